@@ -1,0 +1,16 @@
+// Export macro of the host application's libraries (stand-ins built as one module).
+#pragma once
+
+#if defined(_WIN32)
+#  if defined(ZXHOST_BUILDING)
+#    define ZX_HOST_API __declspec(dllexport)
+#  else
+#    define ZX_HOST_API __declspec(dllimport)
+#  endif
+#else
+#  define ZX_HOST_API __attribute__((visibility("default")))
+#endif
+
+// Opaque window handle for portable headers; it is an HWND on Windows.
+struct __zx_hwnd;
+typedef struct __zx_hwnd* ZxHWnd;

@@ -1,0 +1,60 @@
+// Services of the host's system library: diagnostics, log, allocator, translation.
+#pragma once
+#include <cstddef>
+#include "zxhost/export.h"
+#include "zxhost/string.h"
+
+// ---- Diagnostics -------------------------------------------------------------
+
+/// Receives every diagnostic assertion: the failed condition's text, a message
+/// (may be empty), flags, the reporting source file's short name and the line.
+typedef void (*PFN_ZxDiagSink)(const wchar_t* condition, const wchar_t* text, int flags,
+                               const wchar_t* sourceFile, int line);
+
+/// Reports a broken precondition. Never aborts: the caller continues or fails as
+/// its contract says.
+ZX_HOST_API void DiagAssertW(const wchar_t* condition, const wchar_t* text, int flags,
+                             const wchar_t* sourceFile, int line);
+/// Replaces the sink (null restores the default, which writes to stderr); returns the old one.
+ZX_HOST_API PFN_ZxDiagSink ZX_SetDiagSink(PFN_ZxDiagSink sink);
+
+#define ZX_WIDEN2_(x) L##x
+#define ZX_WIDEN_(x) ZX_WIDEN2_(x)
+/// Evaluates `cond`; when it holds, reports it (its own source text is the
+/// condition) for `source` and yields true. Use as `if (ZX_DIAG_FAIL_IF(p == NULL, L"common")) return -9;`.
+#define ZX_DIAG_FAIL_IF(cond, source) \
+    ((cond) ? (DiagAssertW(ZX_WIDEN_(#cond), L"", 0, source, __LINE__), true) : false)
+/// Reports an unexpected branch: the condition text is "true".
+#define ZX_DIAG_UNEXPECTED(source) DiagAssertW(L"true", L"", 0, source, __LINE__)
+
+// ---- Log -------------------------------------------------------------------
+
+typedef void (*PFN_ZxLogSink)(int level, const wchar_t* text);
+/// Detail level of the log; warnings of a given level are written only when it is at least that.
+ZX_HOST_API int ZX_GetLogDetail();
+ZX_HOST_API void ZX_SetLogDetail(int level);
+ZX_HOST_API PFN_ZxLogSink ZX_SetLogSink(PFN_ZxLogSink sink);
+/// Writes a formatted line when the detail level is at least `level`.
+ZX_HOST_API void ZX_LogW(int level, const wchar_t* fmt, ...);
+
+// ---- Allocator ---------------------------------------------------------------
+
+/// The application's allocator. Tables that the library hands out or takes over
+/// come from here and go back here.
+class ZX_HOST_API CZxAlloc {
+public:
+    /// Null for size 0 or when memory is exhausted.
+    static void* Alloc(size_t bytes);
+    /// Accepts null.
+    static void Free(void* p);
+    /// Blocks handed out and not yet freed (for leak checks in tests).
+    static long long Outstanding();
+};
+
+// ---- Translation -------------------------------------------------------------
+
+typedef CZxStringW (*PFN_ZxTranslate)(const wchar_t* text, const wchar_t* sourceContext);
+/// Translates a user-visible text; `sourceContext` is the short source-file name
+/// that owns it. The default returns the text unchanged.
+ZX_HOST_API CZxStringW ZX_GetTranslation(const wchar_t* text, const wchar_t* sourceContext);
+ZX_HOST_API PFN_ZxTranslate ZX_SetTranslationHook(PFN_ZxTranslate hook);

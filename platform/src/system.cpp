@@ -1,0 +1,92 @@
+#include "zxhost/system.h"
+
+#include <atomic>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+void DefaultDiagSink(const wchar_t* condition, const wchar_t* text, int, const wchar_t* file, int line)
+{
+    std::fprintf(stderr, "assertion: %ls (%ls) in %ls:%d\n", condition ? condition : L"",
+                 text ? text : L"", file ? file : L"", line);
+}
+
+void DefaultLogSink(int level, const wchar_t* text)
+{
+    std::fprintf(stderr, "log[%d]: %ls\n", level, text ? text : L"");
+}
+
+CZxStringW IdentityTranslation(const wchar_t* text, const wchar_t*)
+{
+    return CZxStringW(text);
+}
+
+std::atomic<PFN_ZxDiagSink> g_diagSink{&DefaultDiagSink};
+std::atomic<PFN_ZxLogSink> g_logSink{&DefaultLogSink};
+std::atomic<PFN_ZxTranslate> g_translate{&IdentityTranslation};
+std::atomic<int> g_logDetail{0};
+std::atomic<long long> g_outstanding{0};
+
+} // namespace
+
+void DiagAssertW(const wchar_t* condition, const wchar_t* text, int flags, const wchar_t* sourceFile, int line)
+{
+    g_diagSink.load()(condition, text, flags, sourceFile, line);
+}
+
+PFN_ZxDiagSink ZX_SetDiagSink(PFN_ZxDiagSink sink)
+{
+    return g_diagSink.exchange(sink ? sink : &DefaultDiagSink);
+}
+
+int ZX_GetLogDetail() { return g_logDetail.load(); }
+void ZX_SetLogDetail(int level) { g_logDetail.store(level); }
+
+PFN_ZxLogSink ZX_SetLogSink(PFN_ZxLogSink sink)
+{
+    return g_logSink.exchange(sink ? sink : &DefaultLogSink);
+}
+
+void ZX_LogW(int level, const wchar_t* fmt, ...)
+{
+    if (g_logDetail.load() < level)
+        return;
+    CZxStringW s;
+    va_list args;
+    va_start(args, fmt);
+    s.FormatV(fmt, args);
+    va_end(args);
+    g_logSink.load()(level, s.GetString());
+}
+
+void* CZxAlloc::Alloc(size_t bytes)
+{
+    if (bytes == 0)
+        return nullptr;
+    void* p = std::malloc(bytes);
+    if (p)
+        ++g_outstanding;
+    return p;
+}
+
+void CZxAlloc::Free(void* p)
+{
+    if (!p)
+        return;
+    --g_outstanding;
+    std::free(p);
+}
+
+long long CZxAlloc::Outstanding() { return g_outstanding.load(); }
+
+CZxStringW ZX_GetTranslation(const wchar_t* text, const wchar_t* sourceContext)
+{
+    return g_translate.load()(text ? text : L"", sourceContext ? sourceContext : L"");
+}
+
+PFN_ZxTranslate ZX_SetTranslationHook(PFN_ZxTranslate hook)
+{
+    return g_translate.exchange(hook ? hook : &IdentityTranslation);
+}

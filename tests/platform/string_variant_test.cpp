@@ -1,0 +1,111 @@
+#include "zx_test.h"
+#include "zxhost/string.h"
+#include "zxhost/system.h"
+#include "zxhost/variant.h"
+
+TEST(StringW, FormatTakesWideStringsInWindowsConventionOnEveryToolchain)
+{
+    CZxStringW s;
+    s.Format(L"%s=%d (%5.2f) %c%%", L"gain", 42, 3.14159, L'x');
+    EXPECT_STREQ(s.GetString(), L"gain=42 ( 3.14) x%");
+    s.Format(L"[%-6s|%ls|%hs]", L"ab", L"cd", "ef");
+    EXPECT_STREQ(s.GetString(), L"[ab    |cd|ef]");
+    s.Format(L"%f", 10.0);
+    EXPECT_STREQ(s.GetString(), L"10.000000");
+    // Longer than the first buffer.
+    std::wstring big(1000, L'q');
+    s.Format(L"<%s>", big.c_str());
+    EXPECT_EQ(s.GetLength(), 1002);
+}
+
+TEST(StringW, CompareAndBoundedCopy)
+{
+    CZxStringW a(L"true");
+    EXPECT_EQ(a.Compare(L"true"), 0);
+    EXPECT_NE(a.Compare(L"TRUE"), 0);
+    EXPECT_NE(a.Compare(nullptr), 0);
+    wchar_t buf[4] = {L'#', L'#', L'#', L'#'};
+    a.CopyTo(buf, 3);
+    EXPECT_STREQ(buf, L"tr");
+    EXPECT_EQ(buf[3], L'#');
+    a.CopyTo(nullptr, 10);
+    a.CopyTo(buf, 0);
+    CZxStringW n(static_cast<const wchar_t*>(nullptr));
+    EXPECT_TRUE(n.IsEmpty());
+}
+
+TEST(Variant, ExpressesRangeAndListDefinitions)
+{
+    CZxVariant range = CZxVariant::MakeRecord(L"RZxRangeDoubleExposure");
+    range[L"m_dMin"] = 0.01;
+    range[L"m_dMax"] = 1000.0;
+    range[L"m_dOneFrameExp"] = 40.0;
+    CZxVariant& presets = range[L"m_List"];
+    presets.Add(1.0);
+    presets.Add(10.0);
+    EXPECT_TRUE(range.GetRunType() == CZxVariantRunType(n20("RZxRangeDoubleExposure")));
+    EXPECT_DOUBLE_EQ(range[L"m_dMax"].GetDouble(), 1000.0);
+    EXPECT_EQ(range[L"m_List"].GetCount(), 2);
+    EXPECT_EQ(range.Search(L"m_dStep"), nullptr);
+
+    const CZxVariant& constRange = range;
+    EXPECT_TRUE(constRange[L"missing"].IsNull());
+    EXPECT_EQ(constRange.GetMemberCount(), 4); // const lookup created nothing
+
+    CZxVariant list = CZxVariant::MakeRecord(L"RZxList");
+    CZxVariant item = CZxVariant::MakeRecord(L"");
+    item[L"m_iValue"] = 3;
+    item[L"m_wstrText"] = L"three";
+    list[L"m_list"].Add(item);
+    ASSERT_NE(list.Search(L"m_list"), nullptr);
+    const CZxVariant& first = (*list.Search(L"m_list"))[0];
+    EXPECT_EQ(first[L"m_iValue"].GetZx_int32(), 3);
+    EXPECT_STREQ(first[L"m_wstrText"].GetCZxStringW().GetString(), L"three");
+    EXPECT_TRUE((*list.Search(L"m_list"))[5].IsNull());
+    EXPECT_TRUE((*list.Search(L"m_list"))[-1].IsNull());
+}
+
+TEST(Variant, ScalarRunTypesConversionsAndEquality)
+{
+    EXPECT_TRUE(CZxVariant(true).GetRunType() == CZxVariantRunType(L"bool"));
+    EXPECT_TRUE(CZxVariant(7).GetRunType() == CZxVariantRunType(L"zx_int32"));
+    EXPECT_TRUE(CZxVariant(7.5).GetRunType() == CZxVariantRunType(L"double"));
+    EXPECT_TRUE(CZxVariant(L"x").GetRunType() == CZxVariantRunType(L"CZxStringW"));
+    EXPECT_TRUE(CZxVariant().IsNull());
+    EXPECT_EQ(CZxVariant(7.9).GetZx_int32(), 7);
+    EXPECT_EQ(CZxVariant(5e30).GetZx_int32(), INT32_MAX);
+    EXPECT_EQ(CZxVariant(L"12").GetZx_int32(), 0);
+    EXPECT_TRUE(CZxVariant(L"12").GetCZxStringW() == CZxStringW(L"12"));
+    EXPECT_TRUE(CZxVariant(3).GetCZxStringW().IsEmpty());
+
+    CZxVariant a = CZxVariant::MakeRecord(L"R");
+    a[L"x"] = 1;
+    CZxVariant b = a;
+    EXPECT_TRUE(a == b);
+    b[L"x"] = 2;
+    EXPECT_FALSE(a == b);
+    b.SetTypeChangeAllowed(true);
+    EXPECT_TRUE(b.IsTypeChangeAllowed());
+    EXPECT_TRUE(b.RemoveMember(L"x"));
+    EXPECT_EQ(b.GetMemberCount(), 0);
+}
+
+TEST(HostServices, TranslationHookAndLogDetail)
+{
+    EXPECT_STREQ(ZX_GetTranslation(L"Gain", L"common").GetString(), L"Gain");
+    auto hook = [](const wchar_t* t, const wchar_t* src) { return CZxStringW::Formatted(L"%s@%s", t, src); };
+    PFN_ZxTranslate old = ZX_SetTranslationHook(hook);
+    EXPECT_STREQ(ZX_GetTranslation(L"Gain", L"common").GetString(), L"Gain@common");
+    ZX_SetTranslationHook(old);
+
+    static std::vector<std::wstring> lines;
+    PFN_ZxLogSink oldSink = ZX_SetLogSink([](int, const wchar_t* t) { lines.push_back(t); });
+    ZX_SetLogDetail(0);
+    ZX_LogW(1, L"hidden %d", 1);
+    ZX_SetLogDetail(2);
+    ZX_LogW(1, L"shown %s", L"now");
+    ZX_SetLogDetail(0);
+    ZX_SetLogSink(oldSink);
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0], L"shown now");
+}

@@ -1,0 +1,96 @@
+#include "zx_test.h"
+
+#include <mutex>
+#include "zxhost/system.h"
+
+namespace zxtest {
+namespace {
+
+std::mutex g_mutex;
+std::vector<DiagRecord> g_claimed;
+std::vector<DiagRecord> g_unclaimed;
+int g_captureDepth = 0;
+
+void Sink(const wchar_t* condition, const wchar_t*, int, const wchar_t* file, int line)
+{
+    std::lock_guard<std::mutex> lock(g_mutex);
+    DiagRecord r{condition ? condition : L"", file ? file : L"", line};
+    (g_captureDepth > 0 ? g_claimed : g_unclaimed).push_back(r);
+}
+
+// Fails the running test when an assertion was raised outside any DiagCapture.
+class UnclaimedAssertionCheck : public ::testing::EmptyTestEventListener {
+    void OnTestStart(const ::testing::TestInfo&) override
+    {
+        std::lock_guard<std::mutex> lock(g_mutex);
+        g_unclaimed.clear();
+    }
+    void OnTestEnd(const ::testing::TestInfo&) override
+    {
+        std::vector<DiagRecord> left;
+        {
+            std::lock_guard<std::mutex> lock(g_mutex);
+            left.swap(g_unclaimed);
+        }
+        for (const DiagRecord& r : left)
+            ADD_FAILURE() << "unexpected diagnostic assertion \"" << Narrow(r.condition) << "\" from "
+                          << Narrow(r.source) << ":" << r.line;
+    }
+};
+
+} // namespace
+
+DiagCapture::DiagCapture()
+{
+    std::lock_guard<std::mutex> lock(g_mutex);
+    if (g_captureDepth++ == 0)
+        g_claimed.clear();
+}
+
+DiagCapture::~DiagCapture()
+{
+    std::lock_guard<std::mutex> lock(g_mutex);
+    --g_captureDepth;
+}
+
+const std::vector<DiagRecord>& DiagCapture::Records() const { return g_claimed; }
+
+int DiagCapture::Count(const wchar_t* condition) const
+{
+    int n = 0;
+    for (const DiagRecord& r : g_claimed)
+        n += r.condition == condition;
+    return n;
+}
+
+bool DiagCapture::Has(const wchar_t* condition, const wchar_t* source) const
+{
+    for (const DiagRecord& r : g_claimed)
+        if (r.condition == condition && r.source == source)
+            return true;
+    return false;
+}
+
+void DiagCapture::Clear()
+{
+    std::lock_guard<std::mutex> lock(g_mutex);
+    g_claimed.clear();
+}
+
+std::string Narrow(const std::wstring& w)
+{
+    std::string s;
+    for (wchar_t c : w)
+        s += (c >= 32 && c < 127) ? char(c) : '?';
+    return s;
+}
+
+} // namespace zxtest
+
+int main(int argc, char** argv)
+{
+    ::testing::InitGoogleTest(&argc, argv);
+    ZX_SetDiagSink(&zxtest::Sink);
+    ::testing::UnitTest::GetInstance()->listeners().Append(new zxtest::UnclaimedAssertionCheck);
+    return RUN_ALL_TESTS();
+}
