@@ -1,0 +1,4 @@
+// Sections of zxdemo.
+#pragma once
+
+void DemoHistograms();
