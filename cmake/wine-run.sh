@@ -38,4 +38,5 @@ fi
 "$wineserver" -p 15 </dev/null >/dev/null 2>&1 || true
 "$wine" cmd /c exit </dev/null >/dev/null 2>&1 || true
 flock -u 9
+[ "${ZX_WINE_INIT_ONLY:-0}" = 1 ] && exit 0
 exec "$wine" "$exe" "$@"
