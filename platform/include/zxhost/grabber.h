@@ -1,0 +1,85 @@
+// The grabber manager's grabber object: hardware units, cameras and the
+// secondary grabbers of one driver.
+#pragma once
+#include <cstdint>
+#include "zxhost/export.h"
+#include "zxhost/provider.h"
+#include "zxhost/string.h"
+
+class IZxGUIElement;
+
+/// A hardware unit (frame grabber or camera interface). Copies are bounded by
+/// the field sizes; a unit with an empty name starts an enumeration.
+struct SZxGrabberHWUnit {
+    enum { NAME_CCH = 256, CONNECTION_CCH = 16384 };
+    wchar_t m_wszName[NAME_CCH];
+    wchar_t m_wszConnectionString[CONNECTION_CCH];
+
+    SZxGrabberHWUnit() { Clear(); }
+    SZxGrabberHWUnit(const wchar_t* name, const wchar_t* connection) { Set(name, connection); }
+    SZxGrabberHWUnit(const SZxGrabberHWUnit& o) { Set(o.m_wszName, o.m_wszConnectionString); }
+    SZxGrabberHWUnit& operator=(const SZxGrabberHWUnit& o)
+    {
+        if (this != &o)
+            Set(o.m_wszName, o.m_wszConnectionString);
+        return *this;
+    }
+
+    void Set(const wchar_t* name, const wchar_t* connection)
+    {
+        ZX_CopyBoundedW(m_wszName, NAME_CCH, name);
+        ZX_CopyBoundedW(m_wszConnectionString, CONNECTION_CCH, connection);
+    }
+    void Clear() { m_wszName[0] = m_wszConnectionString[0] = L'\0'; }
+    bool IsEmpty() const { return m_wszName[0] == L'\0'; }
+};
+
+/// The grabber object of one driver: it lists hardware units and their
+/// cameras and holds one low-level provider per secondary grabber (camera in
+/// use). Operations return 0 on success, non-zero otherwise.
+class ZX_HOST_API CZxGenericProviderGrabber {
+public:
+    virtual ~CZxGenericProviderGrabber();
+
+    // Hardware units
+    /// Whether the grabber can produce preview images of its units.
+    virtual bool HWUnitIsPreviewAvailable_UNI_WRP() = 0;
+    /// Enumerates units: a record with an empty name starts; each call fills the
+    /// next unit and returns 0, non-zero after the last.
+    virtual int HWUnitNext_UNI_WRP(SZxGrabberHWUnit& unit) = 0;
+    /// The unit in use.
+    virtual int HWUnitGet_UNI_WRP(SZxGrabberHWUnit& unit) = 0;
+    /// Selects the unit in use (by name); -9 when no such unit exists.
+    virtual int HWUnitSet_UNI_WRP(const SZxGrabberHWUnit& unit) = 0;
+    /// Adds a user-defined unit.
+    virtual int HWUnitAdd_UNI_WRP(const SZxGrabberHWUnit& unit) = 0;
+    /// Whether the driver has a dialog to define a connection.
+    virtual bool IsConnectionUiAvailable_WRP() = 0;
+    /// Lets the user define a connection (name and connection string); 0 when accepted.
+    virtual int ShowConnectionUi_WRP(SZxGrabberHWUnit& unit, ZxHWnd parent) = 0;
+    /// The driver's own selection elements, or null when it has none.
+    virtual IZxGUIElement* CreateHWUnitSelectionUI_UNI_WRP(ZxHWnd parent, SZxGrabberHWUnit& unit) = 0;
+    virtual IZxGUIElement* CreateCameraSelectionUI_UNI_WRP(ZxHWnd parent, CZxStringW& camera) = 0;
+
+    // Cameras
+    /// Enumerates the cameras of a unit: a description with an empty name starts;
+    /// each call fills the next camera and returns 0, non-zero after the last.
+    virtual int DriverCameraNext_UNI_WRP(const SZxGrabberHWUnit& unit, SZxGrabberCameraDesc& camera) = 0;
+    /// The camera of the active secondary grabber.
+    virtual int CameraGet_WRP(SZxGrabberCameraDesc& camera) = 0;
+    /// The camera of secondary grabber `index`; non-zero when there is none.
+    virtual int CameraGet_WRP(int index, SZxGrabberCameraDesc& camera) = 0;
+    /// Opens the camera of that name on the active secondary grabber.
+    virtual int CameraSet_WRP(const wchar_t* name) = 0;
+
+    // Secondary grabbers
+    virtual int SecGrabber_GetCount() = 0;
+    virtual int SecGrabber_GetActive() = 0;
+    virtual int SecGrabber_SetActive(int instance) = 0;
+    /// The provider of the active secondary grabber.
+    virtual CZxGenProvider_Low* GetProvider_Low() = 0;
+
+    // Driver identity
+    virtual CZxStringW GrabberDriverGetClassNameLogical() = 0;
+    virtual CZxStringW GrabberDriverNameLocalisedGet() = 0;
+};
