@@ -1,0 +1,201 @@
+#include <cstdint>
+#include <map>
+#include <vector>
+#include "zx/inputsetupcontrols.h"
+#include "zx/status.h"
+
+// Message numbers routed to the controls; the system headers are not available here.
+namespace {
+const uint32_t kWmCommand = 0x0111;
+const uint32_t kWmHScroll = 0x0114;
+const uint32_t kWmVScroll = 0x0115;
+const uint32_t kWmCtlColorStatic = 0x0138;
+
+bool InGroup(const CZxISControl* c, uint32_t mask) { return (c->GetGroupMask() & mask) != 0; }
+uint64_t HandleKey(ZxHWnd h) { return static_cast<uint64_t>(reinterpret_cast<uintptr_t>(h)); }
+} // namespace
+
+struct CZxISControlList::Controls {
+    std::vector<CZxISControl*> items;
+};
+// Every dialog message of the routed kinds looks its sender up here.
+struct CZxISControlList::Index {
+    std::map<uint64_t, size_t> positions;
+};
+
+CZxISControlList::CZxISControlList() : m_pControls(new Controls), m_pIndex(new Index) {}
+
+CZxISControlList::~CZxISControlList()
+{
+    delete m_pIndex;
+    delete m_pControls;
+}
+
+int32_t CZxISControlList::Add(CZxISControl* control, ZxHWnd* handles, int32_t count)
+{
+    if (!control || !handles || count < 1)
+        return ZX_E_FAIL;
+    std::vector<CZxISControl*>& items = m_pControls->items;
+    size_t position = 0;
+    while (position < items.size() && items[position] != control)
+        ++position;
+    if (position == items.size())
+        items.push_back(control);
+    for (int32_t i = 0; i < count; ++i)
+        m_pIndex->positions[HandleKey(handles[i])] = position;
+    return ZX_OK;
+}
+
+void CZxISControlList::RemoveAt(size_t position)
+{
+    m_pControls->items.erase(m_pControls->items.begin() + static_cast<std::ptrdiff_t>(position));
+    std::map<uint64_t, size_t>& positions = m_pIndex->positions;
+    for (auto it = positions.begin(); it != positions.end();) {
+        if (it->second == position) {
+            it = positions.erase(it);
+            continue;
+        }
+        if (it->second > position)
+            --it->second;
+        ++it;
+    }
+}
+
+int32_t CZxISControlList::Remove(CZxISControl* control)
+{
+    std::vector<CZxISControl*>& items = m_pControls->items;
+    for (size_t i = 0; i < items.size(); ++i)
+        if (items[i] == control) {
+            RemoveAt(i);
+            break;
+        }
+    return ZX_OK;
+}
+
+int32_t CZxISControlList::RemoveMany(uint32_t mask, CZxISControl** removed, uint32_t* count)
+{
+    std::vector<CZxISControl*>& items = m_pControls->items;
+    uint32_t n = 0;
+    for (size_t i = 0; i < items.size();) {
+        if (!InGroup(items[i], mask)) {
+            ++i;
+            continue;
+        }
+        if (removed)
+            removed[n] = items[i];
+        ++n;
+        RemoveAt(i);
+    }
+    if (count)
+        *count = n;
+    return ZX_OK;
+}
+
+int32_t CZxISControlList::Clear()
+{
+    m_pControls->items.clear();
+    m_pIndex->positions.clear();
+    return ZX_OK;
+}
+
+CZxISControl* CZxISControlList::_FindControl(ZxHWnd handle, uint32_t mask)
+{
+    auto it = m_pIndex->positions.find(HandleKey(handle));
+    if (it == m_pIndex->positions.end())
+        return nullptr;
+    CZxISControl* c = m_pControls->items[it->second];
+    return InGroup(c, mask) ? c : nullptr;
+}
+
+bool CZxISControlList::DlgProcHookMany(ZxHWnd dialog, uint32_t message, ZxWParam wParam, ZxLParam lParam,
+                                       ZxLResult* result, CZxISControl** found, uint32_t mask)
+{
+    // WM_SYSCOMMAND and WM_TIMER lie between these numbers and stay with the dialog.
+    if (message != kWmCommand && message != kWmHScroll && message != kWmVScroll && message != kWmCtlColorStatic)
+        return false;
+    CZxISControl* c = _FindControl(reinterpret_cast<ZxHWnd>(lParam), mask);
+    if (!c)
+        return false;
+    if (found)
+        *found = c;
+    return c->DlgProcHook(dialog, message, wParam, lParam, result);
+}
+
+uint32_t CZxISControlList::GetCount() const { return static_cast<uint32_t>(m_pControls->items.size()); }
+
+CZxISControl* CZxISControlList::GetAt(uint32_t index) const
+{
+    return index < m_pControls->items.size() ? m_pControls->items[index] : nullptr;
+}
+
+// ---- Bulk operations ---------------------------------------------------------
+
+namespace {
+// By index and re-reading the size, so a control that changes the list from its
+// operation cannot make the walk read freed storage.
+template <class F>
+void ForGroup(const std::vector<CZxISControl*>& items, uint32_t mask, F f)
+{
+    for (size_t i = 0; i < items.size(); ++i)
+        if (InGroup(items[i], mask))
+            f(items[i]);
+}
+} // namespace
+
+int32_t CZxISControlList::ReinitMany(uint32_t mask)
+{
+    ForGroup(m_pControls->items, mask, [](CZxISControl* c) { c->Reinit(); });
+    return ZX_OK;
+}
+
+int32_t CZxISControlList::ReinitAndUpdateMany(uint32_t mask)
+{
+    ForGroup(m_pControls->items, mask, [](CZxISControl* c) {
+        c->Reinit();
+        c->UpdateState();
+        c->UpdateFromGeneric();
+    });
+    return ZX_OK;
+}
+
+int32_t CZxISControlList::ResetToDefaultMany(uint32_t mask)
+{
+    ForGroup(m_pControls->items, mask, [](CZxISControl* c) { c->ResetToDefault(); });
+    return ZX_OK;
+}
+
+int32_t CZxISControlList::UpdateFromGenericMany(uint32_t mask)
+{
+    ForGroup(m_pControls->items, mask, [](CZxISControl* c) { c->UpdateFromGeneric(); });
+    return ZX_OK;
+}
+
+int32_t CZxISControlList::UpdateStateMany(uint32_t mask)
+{
+    ForGroup(m_pControls->items, mask, [](CZxISControl* c) { c->UpdateState(); });
+    return ZX_OK;
+}
+
+int32_t CZxISControlList::EnableMany(bool enable, uint32_t mask)
+{
+    ForGroup(m_pControls->items, mask, [enable](CZxISControl* c) { c->Enable(enable); });
+    return ZX_OK;
+}
+
+int32_t CZxISControlList::ShowMany(bool show, uint32_t mask)
+{
+    ForGroup(m_pControls->items, mask, [show](CZxISControl* c) { c->Show(show); });
+    return ZX_OK;
+}
+
+int32_t CZxISControlList::ChangeModeMany(uint32_t mode, uint32_t mask)
+{
+    ForGroup(m_pControls->items, mask, [mode](CZxISControl* c) { c->ChangeMode(mode); });
+    return ZX_OK;
+}
+
+int32_t CZxISControlList::DetachMany(uint32_t mask)
+{
+    ForGroup(m_pControls->items, mask, [](CZxISControl* c) { c->Detach(); });
+    return ZX_OK;
+}

@@ -1,0 +1,84 @@
+// Dialog harness for the Windows UI tests: a dialog template of the test
+// executable created modeless, whose dialog procedure records every private
+// notification (WM_IS_*) and routes control messages through a control list as
+// the setup hosts do; plus helpers that send what Windows sends for user input.
+#pragma once
+#include <windows.h>
+
+#include <vector>
+#include "zx/inputsetupcontrols.h"
+
+namespace zxtest {
+
+/// One WM_IS_* notification as the dialog received it.
+struct Notification {
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+    bool operator==(const Notification& o) const
+    {
+        return message == o.message && wParam == o.wParam && lParam == o.lParam;
+    }
+};
+
+class TestDialog {
+public:
+    /// Creates the template `templateId` of the executable over `provider` (may be
+    /// null). Fails the running test when the dialog cannot be created.
+    explicit TestDialog(int templateId, CZxGenProvider_Low* provider = nullptr);
+    ~TestDialog();
+    TestDialog(const TestDialog&) = delete;
+    TestDialog& operator=(const TestDialog&) = delete;
+
+    HWND Hwnd() const { return m_hDlg; }
+    ZxHWnd ZxHwnd() const { return reinterpret_cast<ZxHWnd>(m_hDlg); }
+    HWND Item(int id) const { return GetDlgItem(m_hDlg, id); }
+    CZxGenProvider_Low* Provider() const { return m_pProvider; }
+    /// The list the dialog routes WM_COMMAND, scroll and static-colour messages through.
+    CZxISControlList& List() { return m_list; }
+    /// Attaches `control` to this dialog, the provider and the list.
+    int Attach(CZxISControl& control);
+
+    // ---- What the dialog received ----
+    const std::vector<Notification>& Notifications() const { return m_notes; }
+    /// Just the message numbers, in order.
+    std::vector<UINT> NotificationMessages() const;
+    void ClearNotifications() { m_notes.clear(); }
+    /// Of the last routed message: the control that took it (null if none) and
+    /// whether its hook reported it handled.
+    CZxISControl* LastRouted() const { return m_lastRouted; }
+    bool LastHandled() const { return m_lastHandled; }
+
+    // ---- User input, as Windows reports it to the dialog ----
+    /// WM_COMMAND with `code` from item `id` (lParam = the item's window).
+    bool Command(int id, WORD code);
+    /// A button click: BN_CLICKED.
+    bool Click(int id) { return Command(id, BN_CLICKED); }
+    /// Selects `index` in a combo (CB_SETCURSEL, which notifies nothing) and sends CBN_SELCHANGE.
+    bool SelectComboItem(int id, int index);
+    /// WM_HSCROLL or WM_VSCROLL, by the item's orientation, with `code` and `pos`.
+    bool Scroll(int id, WORD code, int pos = 0);
+    /// One click on an up-down's arrow: it moves by `delta` within its range and
+    /// notifies twice (SB_THUMBPOSITION with the new position, then SB_ENDSCROLL).
+    bool SpinClick(int id, int delta);
+    /// Focuses item `id` and presses and releases the virtual key `vk` through the
+    /// input queue, so keyboard hooks and the item's window procedure see it.
+    void Key(int id, UINT vk);
+    /// Handles every queued message.
+    static void Pump();
+
+private:
+    static INT_PTR CALLBACK Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+    bool Route(UINT msg, WPARAM wParam, LPARAM lParam);
+    /// Sends a message from `sender` to the dialog; whether a control handled it.
+    bool SendFrom(UINT msg, WPARAM wParam, HWND sender);
+
+    HWND m_hDlg = nullptr;
+    CZxGenProvider_Low* m_pProvider;
+    CZxISControlList m_list;
+    std::vector<Notification> m_notes;
+    CZxISControl* m_lastRouted = nullptr;
+    bool m_lastHandled = false;
+};
+
+} // namespace zxtest

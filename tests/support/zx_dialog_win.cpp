@@ -1,0 +1,133 @@
+#include "zx_dialog.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+namespace zxtest {
+
+TestDialog::TestDialog(int templateId, CZxGenProvider_Low* provider) : m_pProvider(provider)
+{
+    static const bool commonControls = [] {
+        INITCOMMONCONTROLSEX icc{sizeof(icc), ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
+        return InitCommonControlsEx(&icc) != FALSE;
+    }();
+    (void)commonControls;
+    m_hDlg = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(templateId), nullptr, &Proc,
+                                reinterpret_cast<LPARAM>(this));
+    if (!m_hDlg)
+        ADD_FAILURE() << "dialog " << templateId << " not created, error " << GetLastError();
+}
+
+TestDialog::~TestDialog()
+{
+    if (m_hDlg)
+        DestroyWindow(m_hDlg);
+    Pump();
+}
+
+int TestDialog::Attach(CZxISControl& control) { return control.Attach(ZxHwnd(), m_pProvider, &m_list); }
+
+std::vector<UINT> TestDialog::NotificationMessages() const
+{
+    std::vector<UINT> out;
+    for (const Notification& n : m_notes)
+        out.push_back(n.message);
+    return out;
+}
+
+INT_PTR CALLBACK TestDialog::Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    if (msg == WM_INITDIALOG) {
+        SetWindowLongPtrW(hwnd, DWLP_USER, lParam);
+        return TRUE;
+    }
+    auto* self = reinterpret_cast<TestDialog*>(GetWindowLongPtrW(hwnd, DWLP_USER));
+    if (!self)
+        return FALSE;
+    if (msg >= WM_IS_FORMATCHANGING && msg <= WM_IS_COMMANDDONE) {
+        self->m_notes.push_back(Notification{msg, wParam, lParam});
+        return TRUE;
+    }
+    if (msg == WM_COMMAND || msg == WM_HSCROLL || msg == WM_VSCROLL || msg == WM_CTLCOLORSTATIC)
+        return self->Route(msg, wParam, lParam) ? TRUE : FALSE;
+    return FALSE;
+}
+
+bool TestDialog::Route(UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    LRESULT result = 0;
+    m_lastRouted = nullptr;
+    m_lastHandled = m_list.DlgProcHookMany(ZxHwnd(), msg, wParam, lParam, &result, &m_lastRouted, 0xFFFFFFFFu);
+    if (m_lastHandled)
+        SetWindowLongPtrW(m_hDlg, DWLP_MSGRESULT, result);
+    return m_lastHandled;
+}
+
+bool TestDialog::SendFrom(UINT msg, WPARAM wParam, HWND sender)
+{
+    m_lastRouted = nullptr;
+    m_lastHandled = false;
+    SendMessageW(m_hDlg, msg, wParam, reinterpret_cast<LPARAM>(sender));
+    return m_lastHandled;
+}
+
+bool TestDialog::Command(int id, WORD code) { return SendFrom(WM_COMMAND, MAKEWPARAM(id, code), Item(id)); }
+
+bool TestDialog::SelectComboItem(int id, int index)
+{
+    SendMessageW(Item(id), CB_SETCURSEL, index, 0);
+    return Command(id, CBN_SELCHANGE);
+}
+
+bool TestDialog::Scroll(int id, WORD code, int pos)
+{
+    HWND item = Item(id);
+    const LONG_PTR style = GetWindowLongPtrW(item, GWL_STYLE);
+    wchar_t cls[32] = {};
+    GetClassNameW(item, cls, 32);
+    bool vertical;
+    if (lstrcmpiW(cls, L"ScrollBar") == 0)
+        vertical = (style & SBS_VERT) != 0;
+    else if (lstrcmpiW(cls, TRACKBAR_CLASSW) == 0)
+        vertical = (style & TBS_VERT) != 0;
+    else
+        vertical = (style & UDS_HORZ) == 0; // an up-down is vertical unless told otherwise
+    return SendFrom(vertical ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(code, pos), item);
+}
+
+bool TestDialog::SpinClick(int id, int delta)
+{
+    HWND spin = Item(id);
+    int lo = 0, hi = 0;
+    SendMessageW(spin, UDM_GETRANGE32, reinterpret_cast<WPARAM>(&lo), reinterpret_cast<LPARAM>(&hi));
+    int pos = static_cast<int>(SendMessageW(spin, UDM_GETPOS32, 0, 0)) + delta;
+    pos = pos < lo ? lo : pos > hi ? hi : pos;
+    SendMessageW(spin, UDM_SETPOS32, 0, pos);
+    const bool first = Scroll(id, SB_THUMBPOSITION, pos);
+    const bool second = Scroll(id, SB_ENDSCROLL, pos);
+    return first || second;
+}
+
+void TestDialog::Key(int id, UINT vk)
+{
+    HWND item = Item(id);
+    SetForegroundWindow(m_hDlg);
+    SetFocus(item);
+    INPUT in[2] = {};
+    in[0].type = in[1].type = INPUT_KEYBOARD;
+    in[0].ki.wVk = in[1].ki.wVk = static_cast<WORD>(vk);
+    in[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    ::SendInput(2, in, sizeof(INPUT));
+    Pump();
+}
+
+void TestDialog::Pump()
+{
+    MSG m;
+    while (PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&m);
+        DispatchMessageW(&m);
+    }
+}
+
+} // namespace zxtest
