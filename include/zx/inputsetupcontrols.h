@@ -4,28 +4,16 @@
 #include <cstdint>
 #include "zx/export.h"
 #include "zx/inputsetupmessages.h"
+#include "zxhost/provider.h"
 #include "zxhost/string.h"
 #include "zxhost/variant.h"
 
-class CZxGenProvider_Low;
-struct SZxGrabberPropertyValue;
-struct SZxGrabberPropertyDesc01;
-struct SZxGrabberCommandDesc01;
-struct SZxGrabberCommandValue;
-struct SZxGrabberFormatValue;
-struct SZxStateChangeInfo;
 class CZxISControlList;
-
-/// Property state bits as the controls read them.
-enum : uint32_t {
-    ZX_PROPSTATE_AVAILABLE = 0x1,
-    ZX_PROPSTATE_READONLY = 0x2,
-    ZX_PROPSTATE_CHANGING = 0x8, ///< the value changes by itself (polled on a timer)
-};
 
 /// Base of every input-setup control. A control never owns its provider, dialog
 /// or list. Every provider call passes the control's mode (1 = fast, 2 = quality)
-/// first. Operations run on the dialog's thread only.
+/// first; without a provider (unattached) the provider operations return -9.
+/// Operations run on the dialog's thread only.
 class ZX_API CZxISControl {
 public:
     /// What kind of item the control drives (values as the derived classes pass them).

@@ -199,3 +199,63 @@ int32_t CZxISControlList::DetachMany(uint32_t mask)
     ForGroup(m_pControls->items, mask, [](CZxISControl* c) { c->Detach(); });
     return ZX_OK;
 }
+
+// ---- Writing and refreshing ------------------------------------------------------
+
+int32_t CZxISControlList::SetToGenericMany(CZxGenProvider_Low* provider, uint32_t mode, uint32_t mask)
+{
+    if (!provider)
+        return ZX_E_FAIL;
+    CZxVector_SZxGrabberPropertyValue values(128);
+    ForGroup(m_pControls->items, mask, [&values](CZxISControl* c) {
+        if (c->GetBoundTo() != CZxISControl::btProperty)
+            return;
+        SZxGrabberPropertyValue value(c->GetName());
+        // Busy, unselected or unsupported controls refuse and are left out.
+        if (c->GetPropValForGeneric(value) == ZX_OK)
+            values.Add(value);
+    });
+    return provider->PropSet_WRP(mode, values, nullptr, false);
+}
+
+int32_t CZxISControlList::UpdateWithStateChangeInfo(const SZxStateChangeInfo& info)
+{
+    const std::vector<CZxISControl*>& items = m_pControls->items;
+    auto formatBound = [](CZxISControl* c) { return c->GetBoundTo() == CZxISControl::btFormat; };
+    // Format changes concern every format-bound control, whatever its group.
+    if (info.m_bFormatChanged)
+        for (size_t i = 0; i < items.size(); ++i)
+            if (formatBound(items[i]))
+                items[i]->Reinit();
+    if (info.m_bFormatChanged || info.m_bFormatValuesChanged)
+        for (size_t i = 0; i < items.size(); ++i)
+            if (formatBound(items[i]))
+                items[i]->UpdateFromGeneric();
+    for (const SZxPropertyStateChangeInfo& rec : info.m_vecProps) {
+        for (size_t i = 0; i < items.size(); ++i) {
+            CZxISControl* c = items[i];
+            if (c->GetBoundTo() != CZxISControl::btProperty || c->GetName().Compare(rec.m_wszName) != 0)
+                continue;
+            if (rec.m_bDefinitionChanged)
+                c->Reinit();
+            if (rec.m_bValueChanged || rec.m_bDefinitionChanged)
+                c->UpdateFromGeneric();
+            if (rec.m_bStateChanged || rec.m_bDefinitionChanged || rec.m_bValueChanged)
+                c->UpdateState();
+        }
+    }
+    return ZX_OK;
+}
+
+int32_t CZxISControlList::UpdateChangingPropsOnTimer()
+{
+    // Every property-bound control, whatever its group.
+    const std::vector<CZxISControl*>& items = m_pControls->items;
+    for (size_t i = 0; i < items.size(); ++i) {
+        uint32_t state = 0;
+        if (items[i]->GetBoundTo() == CZxISControl::btProperty && items[i]->_GetPropState(state) == ZX_OK &&
+            (state & ZX_PROPSTATE_CHANGING))
+            items[i]->UpdateFromGeneric();
+    }
+    return ZX_OK;
+}
