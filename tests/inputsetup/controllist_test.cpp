@@ -150,3 +150,39 @@ TEST(ControlList, BulkOperationsTouchExactlyTheGroupInRegistrationOrder)
     EXPECT_EQ(list.GetCount(), 0u);
     EXPECT_EQ(list._FindControl(h[0], ~0u), nullptr);
 }
+
+TEST(ControlList, StateChangeRefreshesFormatControlsFirstThenPropertiesByName)
+{
+    Log log;
+    RecordingControl fmt(log, "fmt", 0, CZxISControl::btFormat, L"");
+    RecordingControl gain(log, "gain", 1, CZxISControl::btProperty, L"Gain");
+    RecordingControl gain2(log, "gain2", 2, CZxISControl::btProperty, L"Gain");
+    RecordingControl exposure(log, "exp", 1, CZxISControl::btProperty, L"Exposure");
+    RecordingControl run(log, "run", 1, CZxISControl::btCommand, L"Gain");
+    CZxISControlList list;
+    ZxHWnd h[5] = {H(1), H(2), H(3), H(4), H(5)};
+    list.Add(&gain, &h[0], 1);
+    list.Add(&fmt, &h[1], 1);
+    list.Add(&exposure, &h[2], 1);
+    list.Add(&run, &h[3], 1);
+    list.Add(&gain2, &h[4], 1);
+
+    SZxStateChangeInfo info;
+    info.m_bFormatChanged = true;
+    info.Add(L"Exposure", true, false, false);
+    info.Add(L"Gain", false, true, false);
+    info.Add(L"Offset", true, true, true);
+    EXPECT_EQ(list.UpdateWithStateChangeInfo(info), 0);
+    EXPECT_EQ(log, (Log{"fmt:Reinit", "fmt:UpdateFromGeneric", "exp:UpdateState", "gain:Reinit",
+                        "gain:UpdateFromGeneric", "gain:UpdateState", "gain2:Reinit", "gain2:UpdateFromGeneric",
+                        "gain2:UpdateState"}));
+
+    // Changed format values refresh format controls without rebuilding them; a
+    // value change alone is shown without Reinit.
+    log.clear();
+    SZxStateChangeInfo values;
+    values.m_bFormatValuesChanged = true;
+    values.Add(L"Exposure", false, false, true);
+    list.UpdateWithStateChangeInfo(values);
+    EXPECT_EQ(log, (Log{"fmt:UpdateFromGeneric", "exp:UpdateFromGeneric", "exp:UpdateState"}));
+}
