@@ -1,0 +1,90 @@
+#include "zx/binning.h"
+
+#include <cstring>
+
+#include "imaging/pixel_io.h"
+#include "imaging/pixel_kernels.h"
+#include "zxhost/geomtrans.h"
+#include "zxhost/system.h"
+
+namespace {
+const wchar_t* const kSource = L"common";
+}
+
+void ZX_MonoBinning(SZxPicBuf* pPicBuf, const void* pSrc, uint32_t factor)
+{
+    if (ZX_DIAG_FAIL_IF(pPicBuf == NULL, kSource))
+        return;
+    ZX_DIAG_FAIL_IF(pPicBuf->uiComp!=1, kSource);
+    if (ZX_DIAG_FAIL_IF(pSrc == NULL, kSource) || ZX_DIAG_FAIL_IF(factor == 0, kSource) ||
+        !zx::DestinationHolds(*pPicBuf, 1, kSource))
+        return;
+    const uint32_t w = pPicBuf->uiWidth, h = pPicBuf->uiHeight;
+    if (w == 0 || h == 0)
+        return;
+    if (factor == 1) {
+        // The destination's stated size decides; a describer that left it 0 gets the frame's.
+        const uint64_t frame = uint64_t(w) * h * ZX_BytesPerSample(pPicBuf->uiBits);
+        std::memcpy(pPicBuf->pData, pSrc, size_t(pPicBuf->ui64DataSize ? pPicBuf->ui64DataSize : frame));
+        return;
+    }
+    if (factor == 2) {
+        if (pPicBuf->uiBits > 8)
+            zx::GetPixelKernels<uint16_t>().MonoBin2(static_cast<const uint16_t*>(pSrc), static_cast<uint16_t*>(pPicBuf->pData), w, h);
+        else
+            zx::GetPixelKernels<uint8_t>().MonoBin2(static_cast<const uint8_t*>(pSrc), static_cast<uint8_t*>(pPicBuf->pData), w, h);
+        return;
+    }
+    SZxPicBuf src = *pPicBuf;
+    src.uiWidth = factor * w;
+    src.uiHeight = factor * h;
+    src.uiComp = 1;
+    src.uiRowBytes = factor * pPicBuf->uiRowBytes;
+    src.ui64DataSize = uint64_t(src.uiRowBytes) * factor * h;
+    src.pData = const_cast<void*>(pSrc);
+    SZxPicBuf dst = *pPicBuf;
+    dst.uiComp = 1;
+    CZxPicBufAPI_GeomTrans::Stretch(&dst, &src, 3);
+}
+
+void ZX_MonoBinning(CZxGrabberSample01* pSample, const void* pSrc, uint32_t factor)
+{
+    if (ZX_DIAG_FAIL_IF(pSample == NULL, kSource))
+        return;
+    SZxPicBuf pb;
+    pSample->GetPicBuf(&pb);
+    ZX_MonoBinning(&pb, pSrc, factor);
+}
+
+void ZX_BayerBinning(SZxPicBuf* pPicBuf, const void* pSrc, EZxBayerType type, uint32_t factor)
+{
+    if (ZX_DIAG_FAIL_IF(pPicBuf == NULL, kSource) || ZX_DIAG_FAIL_IF(pPicBuf->uiComp!=3, kSource))
+        return;
+    if (factor == 1) {
+        ZX_BayerToRGB(pPicBuf, pSrc, type);
+        return;
+    }
+    if (factor != 2) {
+        ZX_DIAG_UNEXPECTED(kSource);
+        return;
+    }
+    if (ZX_DIAG_FAIL_IF(pSrc == NULL, kSource) || ZX_DIAG_FAIL_IF(type < 1 || type > 4, kSource) ||
+        !zx::DestinationHolds(*pPicBuf, 3, kSource))
+        return;
+    const uint32_t w = pPicBuf->uiWidth, h = pPicBuf->uiHeight;
+    if (w == 0 || h == 0)
+        return;
+    if (pPicBuf->uiBits > 8)
+        zx::GetPixelKernels<uint16_t>().BayerBin2(static_cast<const uint16_t*>(pSrc), static_cast<uint16_t*>(pPicBuf->pData), w, h, type);
+    else
+        zx::GetPixelKernels<uint8_t>().BayerBin2(static_cast<const uint8_t*>(pSrc), static_cast<uint8_t*>(pPicBuf->pData), w, h, type);
+}
+
+void ZX_BayerBinning(CZxGrabberSample01* pSample, const void* pSrc, EZxBayerType type, uint32_t factor)
+{
+    if (ZX_DIAG_FAIL_IF(pSample == NULL, kSource))
+        return;
+    SZxPicBuf pb;
+    pSample->GetPicBuf(&pb);
+    ZX_BayerBinning(&pb, pSrc, type, factor);
+}
