@@ -71,6 +71,17 @@ void* CZxAlloc::Alloc(size_t bytes)
     return p;
 }
 
+void* CZxAlloc::ReAlloc(void* p, size_t bytes)
+{
+    if (!p)
+        return Alloc(bytes);
+    if (bytes == 0) {
+        Free(p);
+        return nullptr;
+    }
+    return std::realloc(p, bytes);
+}
+
 void CZxAlloc::Free(void* p)
 {
     if (!p)

@@ -45,6 +45,9 @@ class ZX_HOST_API CZxAlloc {
 public:
     /// Null for size 0 or when memory is exhausted.
     static void* Alloc(size_t bytes);
+    /// Resizes a block: null p allocates, size 0 frees (and returns null). On
+    /// failure returns null and leaves p as it was.
+    static void* ReAlloc(void* p, size_t bytes);
     /// Accepts null.
     static void Free(void* p);
     /// Blocks handed out and not yet freed (for leak checks in tests).

@@ -1,0 +1,174 @@
+#include <windows.h>
+
+#include <cmath>
+#include <vector>
+
+#include "zx/histodraw.h"
+#include "zx/status.h"
+#include "zx_test.h"
+
+namespace {
+
+const COLORREF kWhite = 0xFFFFFF;
+
+// A white 32-bit DIB section selected into a memory DC, read back as COLORREFs.
+class Canvas {
+public:
+    Canvas(int w, int h) : m_w(w), m_h(h)
+    {
+        BITMAPINFO bi{};
+        bi.bmiHeader.biSize = sizeof(bi.bmiHeader);
+        bi.bmiHeader.biWidth = w;
+        bi.bmiHeader.biHeight = -h;   // top-down rows
+        bi.bmiHeader.biPlanes = 1;
+        bi.bmiHeader.biBitCount = 32;
+        m_dc = CreateCompatibleDC(nullptr);
+        m_bmp = CreateDIBSection(m_dc, &bi, DIB_RGB_COLORS, reinterpret_cast<void**>(&m_px), nullptr, 0);
+        m_old = SelectObject(m_dc, m_bmp);
+        for (int i = 0; i < w * h; ++i)
+            m_px[i] = 0xFFFFFF;
+    }
+    ~Canvas()
+    {
+        SelectObject(m_dc, m_old);
+        DeleteObject(m_bmp);
+        DeleteDC(m_dc);
+    }
+    uint64_t Dc() const { return uint64_t(reinterpret_cast<uintptr_t>(m_dc)); }
+    HDC Hdc() const { return m_dc; }
+    COLORREF At(int x, int y) const
+    {
+        GdiFlush();
+        const uint32_t p = m_px[y * m_w + x];   // 0x00RRGGBB in memory order B, G, R
+        return RGB((p >> 16) & 0xFF, (p >> 8) & 0xFF, p & 0xFF);
+    }
+    // Rows, counted up from `bottom` (exclusive), that column x has in `color`.
+    int Run(int x, int bottom, COLORREF color) const
+    {
+        int n = 0;
+        while (bottom - 1 - n >= 0 && At(x, bottom - 1 - n) == color)
+            ++n;
+        return n;
+    }
+
+private:
+    int m_w, m_h;
+    HDC m_dc;
+    HBITMAP m_bmp;
+    HGDIOBJ m_old;
+    uint32_t* m_px = nullptr;
+};
+
+struct Colour3 {
+    std::vector<uint32_t> all = std::vector<uint32_t>(256), comp[3];
+    SZxHisto h;
+    Colour3()
+    {
+        h.uiBits = 8;
+        h.uiComp = 3;
+        h.pdwHisto = all.data();
+        for (int c = 0; c < 3; ++c) {
+            comp[c].assign(256, 0);
+            h.pdwCompHisto[c] = comp[c].data();
+        }
+    }
+};
+
+TEST(HistoDrawPaint, CombinedBarsAreGreyColumnsScaledToTheLargestCounter)
+{
+    Canvas cv(300, 120);
+    CZxHistoDraw d(256, CZxHistoDraw::FLAG_COMBINED);
+    std::vector<uint32_t> counts(256);
+    counts[0] = 100;
+    counts[1] = 50;
+    counts[255] = 1;
+    SZxHisto h;
+    h.pdwHisto = counts.data();
+    h.uiBits = 8;
+    ASSERT_EQ(d.SetHistogram(h, 1, nullptr), ZX_OK);
+    HGDIOBJ penBefore = GetCurrentObject(cv.Hdc(), OBJ_PEN);
+    const CZxRectBase<int> plot(10, 10, 266, 110);
+    ASSERT_EQ(d.DrawIntoDC(cv.Dc(), plot, 1.0, CZxHistoDraw::MODE_COMBINED,
+                           CZxRangeMask(CZxRangeMask::FULL_MASK), false), ZX_OK);
+    EXPECT_EQ(cv.Run(10, 110, 0x808080), 100);
+    EXPECT_EQ(cv.Run(11, 110, 0x808080), 50);
+    EXPECT_EQ(cv.Run(265, 110, 0x808080), 1);
+    EXPECT_EQ(cv.At(12, 109), kWhite);
+    EXPECT_EQ(cv.At(266, 109), kWhite);   // nothing right of the plot
+    EXPECT_EQ(cv.At(9, 109), kWhite);
+    EXPECT_EQ(GetCurrentObject(cv.Hdc(), OBJ_PEN), penBefore);
+
+    // Exponent 2 lifts small counts: 1/100 -> sqrt = 0.1 -> 10 pixels.
+    Canvas lifted(300, 120);
+    ASSERT_EQ(d.DrawIntoDC(lifted.Dc(), plot, 2.0, CZxHistoDraw::MODE_COMBINED, CZxRangeMask(), false), ZX_OK);
+    EXPECT_EQ(lifted.Run(265, 110, 0x808080), 10);
+
+    // Half as wide as the bins: each column shows the larger of its two bins.
+    Canvas narrow(300, 120);
+    ASSERT_EQ(d.DrawIntoDC(narrow.Dc(), CZxRectBase<int>(0, 0, 128, 100), 1.0, 1, CZxRangeMask(), false), ZX_OK);
+    EXPECT_EQ(narrow.Run(0, 100, 0x808080), 100);
+    EXPECT_EQ(narrow.Run(127, 100, 0x808080), 1);
+    EXPECT_EQ(narrow.At(128, 99), kWhite);
+}
+
+TEST(HistoDrawPaint, ComponentsOverlayTallestFirstAndGroupedPanelsGoRedGreenBlue)
+{
+    Colour3 c;
+    c.all[5] = 140;
+    c.comp[0][5] = 100;   // blue
+    c.comp[2][5] = 40;    // red
+    c.comp[1][9] = 20;    // green
+    CZxHistoDraw d(256, 3);
+    ASSERT_EQ(d.SetHistogram(c.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_OK);
+    Canvas cv(300, 120);
+    const CZxRectBase<int> plot(0, 0, 256, 100);
+    ASSERT_EQ(d.DrawIntoDC(cv.Dc(), plot, 1.0, 2, CZxRangeMask(CZxRangeMask::FULL_MASK), false), ZX_OK);
+    EXPECT_EQ(cv.Run(5, 100, RGB(255, 0, 0)), 40);
+    EXPECT_EQ(cv.Run(5, 60, RGB(0, 0, 255)), 60);
+    EXPECT_EQ(cv.At(5, 0), RGB(0, 0, 255));
+    EXPECT_EQ(cv.Run(9, 100, RGB(0, 255, 0)), 20);   // shared scale: 20 of 100
+
+    // Grouped: green against its own maximum fills its panel.
+    Canvas own(300, 120);
+    ASSERT_EQ(d.DrawIntoDC(own.Dc(), plot, 1.0, 2, CZxRangeMask::Single(1), true), ZX_OK);
+    EXPECT_EQ(own.Run(9, 100, RGB(0, 255, 0)), 100);
+    EXPECT_EQ(own.At(5, 99), kWhite);   // masked out
+
+    // Three 84-pixel panels, 4 apart: red at 0, green at 88, blue at 176.
+    Canvas panels(300, 120);
+    ASSERT_EQ(d.DrawIntoDCGrouped(panels.Dc(), CZxRectBase<int>(0, 0, 260, 100), 1.0, 2,
+                                  CZxRangeMask(CZxRangeMask::FULL_MASK), 3, true), ZX_OK);
+    const int bin5 = 1, bin9 = 3;   // column x covers bins [x*256/84, (x+1)*256/84)
+    EXPECT_EQ(panels.Run(bin5, 100, RGB(255, 0, 0)), 100);
+    EXPECT_EQ(panels.Run(88 + bin9, 100, RGB(0, 255, 0)), 100);
+    EXPECT_EQ(panels.Run(176 + bin5, 100, RGB(0, 0, 255)), 100);
+    EXPECT_EQ(panels.At(85, 99), kWhite);
+}
+
+TEST(HistoDrawPaint, MissingDataAndBadTargetsDrawNothing)
+{
+    Canvas cv(64, 64);
+    CZxHistoDraw d(256, 3);
+    const CZxRectBase<int> plot(0, 0, 64, 64);
+    const CZxRangeMask all(CZxRangeMask::FULL_MASK);
+    EXPECT_EQ(d.DrawIntoDC(cv.Dc(), plot, 1.0, 1, all, false), ZX_E_FAIL);   // no histogram yet
+    std::vector<uint32_t> counts(256, 3);
+    SZxHisto mono;
+    mono.pdwHisto = counts.data();
+    mono.uiBits = 8;
+    ASSERT_EQ(d.SetHistogram(mono, 1, nullptr), ZX_OK);
+    EXPECT_EQ(d.DrawIntoDC(cv.Dc(), plot, 1.0, 2, all, false), ZX_E_FAIL);   // mono has no components
+    EXPECT_EQ(d.DrawIntoDC(cv.Dc(), plot, 1.0, 7, all, false), ZX_E_FAIL);
+    EXPECT_EQ(d.DrawIntoDC(0, plot, 1.0, 1, all, false), ZX_E_FAIL);
+    EXPECT_EQ(d.DrawIntoDC(cv.Dc(), CZxRectBase<int>(5, 5, 5, 40), 1.0, 1, all, false), ZX_E_FAIL);
+    EXPECT_EQ(d.DrawIntoDC(cv.Dc(), CZxRectBase<int>(40, 40, 5, 5), 1.0, 1, all, false), ZX_E_FAIL);
+    EXPECT_EQ(d.DrawIntoDCGrouped(cv.Dc(), plot, 1.0, 2, all, 0, true), ZX_E_FAIL);
+    for (int y = 0; y < 64; ++y)
+        ASSERT_EQ(cv.At(y, y), kWhite);
+    // Far larger than the DC: clipped, and a NaN scale reads as linear.
+    EXPECT_EQ(d.DrawIntoDC(cv.Dc(), CZxRectBase<int>(-1000000, 0, 1000000, 64), std::nan(""), 1, all, false),
+              ZX_OK);
+    EXPECT_EQ(cv.Run(32, 64, 0x808080), 64);
+}
+
+} // namespace
