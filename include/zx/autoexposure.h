@@ -99,7 +99,7 @@ struct SZxAEValueRGB {
 /// own their engine by its most derived type.
 class ZX_API CZxAutoExposure {
 public:
-    static const uint32_t kMaxCameraDescs = 32;
+    static constexpr uint32_t kMaxCameraDescs = 32;
 
     SZxAEQuantil m_quantil;
     SZxAESetting m_setting1;      ///< used when the mode bool is true
