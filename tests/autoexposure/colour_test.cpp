@@ -1,0 +1,211 @@
+// Colour steps of the engine and the accurate auto white, on hand-computed values.
+#include <array>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "zx/autoexposure.h"
+#include "zx_test.h"
+
+using zxtest::DiagCapture;
+
+namespace {
+
+void Configure(CZxAutoExposure& ae)
+{
+    SZxAECameraDesc d{};
+    d.m_dMaxComplGain = 4.0;
+    d.m_dMaxWhiteBalanceGain = 4.0;
+    d.m_dMinOffset = d.m_dMinBlackOffset = -1.0;
+    d.m_dMaxOffset = d.m_dMaxBlackOffset = 1.0;
+    d.m_dMaxFactor = 8.0;
+    d.m_dMaxHardWhiteGain = 2.0;
+    d.m_dMinExposure = 0.1;
+    d.m_dMaxExposure = 100.0;
+    d.m_dExposureKnee = 1000.0;
+    d.m_dMaxLevel = 1.0;
+    d.m_dSensitivity = 1.0;
+    ae.m_cameraDesc[0] = d;
+    ae.m_uiCameraDescCount = 1;
+    ae.m_setting1 = SZxAESetting{10.0, 100.0, 1.0, 1.0, 0.2, 0.8, 0.9};
+    ae.m_quantil.m_uiPixels = 3;
+}
+
+// 100 pixels per channel: half at a black bin, half at a white bin (of 256).
+SZxAEHistogram ColourHisto(const unsigned black[3], const unsigned white[3])
+{
+    SZxAEHistogram h(8, false, true);
+    for (int c = 0; c < 3; ++c) {
+        std::memset(h.pdwHisto[c + 1], 0, 256 * sizeof(uint32_t));
+        h.pdwHisto[c + 1][black[c]] = 50;
+        h.pdwHisto[c + 1][white[c]] = 50;
+    }
+    h.uiBinCount = 256;
+    h.uiPixelCount = 100;
+    return h;
+}
+
+TEST(AEColour, OffsetsComeBeforeWhiteBalanceBeforeDisplayGain)
+{
+    CZxAutoExposure ae;
+    Configure(ae);
+    const unsigned black[3] = {10, 20, 30}, white[3] = {200, 150, 100};
+    SZxAEHistogram h = ColourHisto(black, white);
+    SZxAEFrameDesc f;
+    f.m_dHardWhiteG = 2.0;
+    ae.ComputeAE(true, ZX_AE_BLACKOFFSETS | ZX_AE_OFFSET | ZX_AE_WHITEBALANCE | ZX_AE_HARDWHITE | ZX_AE_DISPLAYGAIN,
+                 f, h);
+    // Black offsets relative to the largest (red's -10/255); the offset is red's -10/255.
+    EXPECT_DOUBLE_EQ(0.0, f.m_dBlackOffsetR);
+    EXPECT_DOUBLE_EQ(-10.0 / 255, f.m_dBlackOffsetG);
+    EXPECT_DOUBLE_EQ(-20.0 / 255, f.m_dBlackOffsetB);
+    EXPECT_DOUBLE_EQ(-10.0 / 255, f.m_dOffset);
+    // Signals above black: 190, 130, 70 (of 255); red, the strongest, gets 1.
+    EXPECT_DOUBLE_EQ(1.0, f.m_dWhiteBalanceR);
+    EXPECT_DOUBLE_EQ(190.0 / 130, f.m_dWhiteBalanceG);
+    EXPECT_DOUBLE_EQ(190.0 / 70, f.m_dWhiteBalanceB);
+    // Hard gains scale by the current ones (green 2) and stop at the maximum 2.
+    EXPECT_DOUBLE_EQ(1.0, f.m_dHardWhiteR);
+    EXPECT_DOUBLE_EQ(2.0, f.m_dHardWhiteG);
+    EXPECT_DOUBLE_EQ(2.0, f.m_dHardWhiteB);
+    EXPECT_DOUBLE_EQ(255.0 / 190, f.m_dDisplayGain);
+    EXPECT_DOUBLE_EQ(0.0, f.m_dOverflow);
+}
+
+// Replays a factor and exposure per channel call and records the arguments.
+struct ScriptedChannels : CZxAutoExposure {
+    double factor[3] = {1, 2, 4}, exposure[3] = {4, 2, 1};
+    std::vector<double> gains, offsets;
+
+    void ComputeAutoExposure(unsigned* modeOut, double* factorOut, double* exposureOut, double* gainOut, unsigned,
+                             double gain, double offset, unsigned, double, double, double, double,
+                             const SZxAESetting&, unsigned, double, bool) override
+    {
+        const size_t c = gains.size();
+        gains.push_back(gain);
+        offsets.push_back(offset);
+        *modeOut = 0;
+        *factorOut = factor[c];
+        *exposureOut = exposure[c];
+        *gainOut = 3.0 * gain;
+    }
+    double Choose(double redExposure, double greenExposure)
+    {
+        gains.clear();
+        offsets.clear();
+        exposure[0] = redExposure;
+        exposure[1] = greenExposure;
+        SZxAEFrameDesc f;
+        f.m_dWhiteBalanceR = 2.0;
+        f.m_dBlackOffsetB = 0.25;
+        f.m_dOffset = 0.5;
+        const SZxAEValueRGB v(0.5, 0.5, 0.5);
+        ComputeAutoExposureRGB(&f.m_uiCameraMode, &f.m_dFactor, &f.m_dExposure, &f.m_dComplGain, ZX_AE_EXPOSURE, f,
+                               v, v, m_setting1, false);
+        EXPECT_DOUBLE_EQ(3.0, f.m_dComplGain);  // the channel's gain over its white balance
+        return f.m_dFactor;
+    }
+};
+
+TEST(AEColour, LeastSignalChannelWinsWithTiesToRedThenGreen)
+{
+    ScriptedChannels s;
+    Configure(s);
+    EXPECT_DOUBLE_EQ(1.0, s.Choose(4, 2));  // scores 4, 4, 4
+    EXPECT_EQ((std::vector<double>{2.0, 1.0, 1.0}), s.gains);
+    EXPECT_EQ((std::vector<double>{0.5, 0.5, 0.75}), s.offsets);
+    EXPECT_DOUBLE_EQ(2.0, s.Choose(5, 2));  // 5, 4, 4
+    EXPECT_DOUBLE_EQ(4.0, s.Choose(5, 3));  // 5, 6, 4
+}
+
+// A w x h colour frame (blue, green, red per pixel) from a list of pixels, repeated.
+std::unique_ptr<CZxGrabberSample01> ColourFrame(uint32_t w, uint32_t h, uint32_t bits,
+                                                std::vector<std::array<uint16_t, 3>> bgr)
+{
+    auto s = std::make_unique<CZxGrabberSample01>(w, h, bits, 3);
+    for (size_t i = 0; i < size_t(w) * h; ++i)
+        for (int c = 0; c < 3; ++c) {
+            const uint16_t v = bgr[i % bgr.size()][c];
+            if (bits > 8)
+                static_cast<uint16_t*>(s->GetDataPtr())[i * 3 + c] = v;
+            else
+                static_cast<uint8_t*>(s->GetDataPtr())[i * 3 + c] = uint8_t(v);
+        }
+    return s;
+}
+
+struct Gains {
+    double r = 0, g = 0, b = 0;
+    int n = 0;
+};
+
+Gains AutoWhite(CZxGrabberSample01* s, double ro = 0, double go = 0, double bo = 0, SZxGrabberProbe* probe = nullptr)
+{
+    Gains out;
+    out.n = ZX_AccurateAutoWhite(&out.r, &out.g, &out.b, ro, go, bo, s, probe);
+    return out;
+}
+
+TEST(AccurateAutoWhite, BrightnessWeightedSumsOnHandMadeFrames)
+{
+    // Weights 70 and 140: red 40x70 + 80x140 = 14000, green 7000, blue 3500.
+    Gains g = AutoWhite(ColourFrame(2, 1, 8, {{10, 20, 40}, {20, 40, 80}}).get());
+    EXPECT_EQ(2, g.n);
+    EXPECT_DOUBLE_EQ(1.0, g.r);
+    EXPECT_DOUBLE_EQ(2.0, g.g);
+    EXPECT_DOUBLE_EQ(4.0, g.b);
+
+    // Every pixel has a channel at full scale: the saturated sums count (weights
+    // 405): red 150, green 150, blue 510.
+    g = AutoWhite(ColourFrame(2, 1, 8, {{255, 100, 50}, {255, 50, 100}}).get());
+    EXPECT_EQ(0, g.n);
+    EXPECT_DOUBLE_EQ(3.4, g.r);
+    EXPECT_DOUBLE_EQ(3.4, g.g);
+    EXPECT_DOUBLE_EQ(1.0, g.b);
+    // One saturated pixel among two that are not: the unsaturated ones count.
+    g = AutoWhite(ColourFrame(3, 1, 12, {{4095, 0, 0}, {10, 20, 40}, {20, 40, 80}}).get());
+    EXPECT_EQ(2, g.n);
+    EXPECT_DOUBLE_EQ(4.0, g.b);
+
+    // Blue offset -0.1 of 255 = -25.5 rounds away from zero to -26. A blue of 0
+    // goes negative but weighs |-26|: red = green = 100 x 274 + 100 x 226 = 50000,
+    // blue = 74 x 274 - 26 x 226 = 14400.
+    g = AutoWhite(ColourFrame(2, 1, 8, {{100, 100, 100}, {0, 100, 100}}).get(), 0, 0, -0.1);
+    EXPECT_DOUBLE_EQ(1.0, g.r);
+    EXPECT_DOUBLE_EQ(50000.0 / 14400, g.b);
+
+    g = AutoWhite(ColourFrame(4, 3, 16, {{0, 0, 0}}).get());
+    EXPECT_EQ(12, g.n);
+    EXPECT_DOUBLE_EQ(1.0, g.r);
+    EXPECT_DOUBLE_EQ(1.0, g.g);
+    EXPECT_DOUBLE_EQ(1.0, g.b);
+}
+
+TEST(AccurateAutoWhite, CountsThePixelsTheHistogramCounts)
+{
+    auto frame = ColourFrame(37, 23, 8, {{1, 2, 3}});
+    SZxGrabberProbe probes[] = {SZxGrabberProbe::Circle(30, 5, 9), SZxGrabberProbe::Circle(18, 11, 4),
+                                SZxGrabberProbe::Rect(30, 20, 50, 50), SZxGrabberProbe::Rect(40, 0, 5, 5)};
+    SZxAEHistogram h(8, false, true);
+    for (SZxGrabberProbe& p : probes) {
+        ZX_ComputeHistogramAE(&h, frame.get(), &p);
+        EXPECT_EQ(int(h.uiPixelCount), AutoWhite(frame.get(), 0, 0, 0, &p).n);
+    }
+}
+
+TEST(AccurateAutoWhite, BadFramesAreReportedWithNeutralGains)
+{
+    DiagCapture diag;
+    Gains g = AutoWhite(nullptr);
+    EXPECT_EQ(0, g.n);
+    EXPECT_DOUBLE_EQ(1.0, g.r);
+    CZxGrabberSample01 mono(4, 4, 8, 1);
+    g = AutoWhite(&mono);
+    EXPECT_EQ(0, g.n);
+    EXPECT_DOUBLE_EQ(1.0, g.b);
+    EXPECT_EQ(1, diag.Count(L"sample == NULL"));
+    EXPECT_EQ(1, diag.Count(L"comp != 3"));
+    EXPECT_EQ(0, ZX_AccurateAutoWhite(nullptr, nullptr, nullptr, 0, 0, 0, &mono, nullptr));
+}
+
+} // namespace
