@@ -5,5 +5,6 @@
 int main()
 {
     DemoHistograms();
+    DemoAutoExposure();
     return 0;
 }

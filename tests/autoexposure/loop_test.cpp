@@ -1,0 +1,183 @@
+// The engine in a closed loop with the simulated sensor, and the sensor itself.
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+
+#include "zx/autoexposure.h"
+#include "zx_frames.h"
+#include "zx_test.h"
+#include "zxsim/aeloop.h"
+
+namespace {
+
+// Every frame in the linear range corrects the exposure fully. From black: one
+// noise-only frame (its estimate is off by orders of magnitude), one to reach
+// the linear range, one to land; from saturated: factor, then exposure down
+// (0.25 steps at 21% overflow), one to land. Colour adds up to two frames while
+// the hard white gains settle. 8 leaves three frames of margin for noise.
+const int kBound = 8;
+const int kStay = 20;
+
+std::vector<SZxSimAEStep> RunFrom(CZxSimAELoop& loop, bool colour, bool search, bool saturated, double msToTarget)
+{
+    loop.SetUpStandardCamera(colour, msToTarget);
+    if (search)
+        loop.m_uiFlags |= ZX_AE_MODESEARCH;
+    loop.m_frame.m_dExposure = saturated ? 1000.0 : 0.01;
+    loop.m_frame.m_dFactor = saturated ? 8.0 : 1.0;
+    return loop.Run(kBound + 1 + kStay);
+}
+
+TEST(AEClosedLoop, ReachesExposureGoodFromDarkAndSaturatedAndStaysThere)
+{
+    // The middle target 0.85 of the range above black 0.02 is reached after 600 ms x 0.98.
+    for (bool colour : {false, true})
+        for (bool search : {false, true})
+            for (bool saturated : {false, true}) {
+                SCOPED_TRACE(testing::Message() << "colour " << colour << " search " << search << " saturated "
+                                                << saturated);
+                CZxSimAELoop loop;
+                const std::vector<SZxSimAEStep> steps = RunFrom(loop, colour, search, saturated, 600.0);
+                const int n = ZxSimFramesToGood(steps);
+                EXPECT_GE(n, 0);
+                EXPECT_LE(n, kBound);
+                EXPECT_EQ(0u, steps.back().m_uiMode);
+                EXPECT_NEAR(588.0, steps.back().m_dExposure, 588.0 * 0.03);
+            }
+}
+
+TEST(AEClosedLoop, DimSceneNeedsTheModeSearch)
+{
+    for (bool colour : {false, true}) {
+        CZxSimAELoop loop;
+        std::vector<SZxSimAEStep> steps = RunFrom(loop, colour, true, false, 3000.0);
+        EXPECT_LE(ZxSimFramesToGood(steps), kBound);
+        EXPECT_GE(ZxSimFramesToGood(steps), 0);
+        EXPECT_EQ(1u, steps.back().m_uiMode);  // sensitivity 4: 3000 ms / 4 x 0.98
+        EXPECT_NEAR(735.0, steps.back().m_dExposure, 735.0 * 0.03);
+    }
+    // Without it the exposure stops at the limit and the factor leaves the rest
+    // to the complementary gain, so the raw white stays below the strict test.
+    CZxSimAELoop loop;
+    std::vector<SZxSimAEStep> steps = RunFrom(loop, false, false, false, 3000.0);
+    EXPECT_EQ(-1, ZxSimFramesToGood(steps));
+    EXPECT_DOUBLE_EQ(1000.0, steps.back().m_dExposure);
+    EXPECT_GT(steps.back().m_dFactor, 1.5);
+}
+
+// Means above black of red, green, blue over the specimen's core.
+std::array<double, 3> CoreMeans(CZxGrabberSample01& frame)
+{
+    SZxPicBuf pb;
+    frame.GetPicBuf(&pb);
+    std::array<double, 3> sum{0, 0, 0};
+    int n = 0;
+    for (uint32_t y = 50; y < 70; ++y)
+        for (uint32_t x = 70; x < 90; ++x, ++n)
+            for (int c = 0; c < 3; ++c)
+                sum[2 - c] += zxtest::SampleAt(pb, (size_t(y) * pb.uiWidth + x) * 3 + c) - 0.02 * 4095;
+    for (double& s : sum) s /= n;
+    return sum;
+}
+
+double Spread(const std::array<double, 3>& v)
+{
+    return *std::max_element(v.begin(), v.end()) / *std::min_element(v.begin(), v.end()) - 1.0;
+}
+
+TEST(AEClosedLoop, WhiteBalanceOfACastEqualisesTheChannels)
+{
+    // In the camera: the hard white gains balance the raw channels.
+    CZxSimAELoop loop;
+    RunFrom(loop, true, false, false, 600.0);
+    EXPECT_LT(Spread(CoreMeans(*loop.LastFrame())), 0.02);
+
+    // On the display side: the white-balance gains balance the raw cast.
+    loop.SetUpStandardCamera(true, 600.0);
+    loop.m_uiFlags &= ~ZX_AE_HARDWHITE;
+    loop.Run(10);
+    std::array<double, 3> m = CoreMeans(*loop.LastFrame());
+    EXPECT_GT(Spread(m), 0.5);
+    m[0] *= loop.m_frame.m_dWhiteBalanceR;
+    m[1] *= loop.m_frame.m_dWhiteBalanceG;
+    m[2] *= loop.m_frame.m_dWhiteBalanceB;
+    EXPECT_LT(Spread(m), 0.02);
+
+    // From the pixels: the inverse of the cast.
+    double r = 0, g = 0, b = 0;
+    ZX_AccurateAutoWhite(&r, &g, &b, -0.02, -0.02, -0.02, loop.LastFrame(), nullptr);
+    EXPECT_NEAR(1.0, r, 0.02);
+    EXPECT_NEAR(1.0 / 0.8, g, 0.02 / 0.8);
+    EXPECT_NEAR(1.0 / 0.55, b, 0.02 / 0.55);
+}
+
+bool SameFrames(CZxGrabberSample01& a, CZxGrabberSample01& b)
+{
+    return a.GetDataSize() == b.GetDataSize() && !std::memcmp(a.GetDataPtr(), b.GetDataPtr(), a.GetDataSize());
+}
+
+TEST(SimSensor, SameSeedSameFramesAndNoiseFreeLinearity)
+{
+    CZxSimSensor a(64, 48, 5), b(64, 48, 5);
+    EXPECT_TRUE(SameFrames(*a.Capture(), *b.Capture()));
+    EXPECT_FALSE(SameFrames(*a.Capture(), *a.Capture()));
+    b.SetSeed(6);
+    EXPECT_FALSE(SameFrames(*a.Capture(), *b.Capture()));
+
+    CZxSimSensor s(64, 48, 1);
+    s.SetFullWell(0);
+    s.SetReadNoise(0);
+    s.SetOffset(0.01);
+    s.SetModes({{1, 1.0}, {2, 4.0}});
+    s.SetSceneBrightness(0.001);
+    auto centre = [&] {
+        SZxPicBuf pb;
+        auto f = s.Capture();
+        f->GetPicBuf(&pb);
+        return double(zxtest::SampleAt(pb, size_t(pb.uiHeight / 2) * pb.uiWidth + pb.uiWidth / 2)) - 0.01 * 4095;
+    };
+    s.SetExposure(100);
+    const double base = centre();  // about 0.1 x 4095
+    s.SetExposure(200);
+    EXPECT_NEAR(2 * base, centre(), 1.0);
+    s.SetExposure(100);
+    s.SetAnalogFactor(3);
+    EXPECT_NEAR(3 * base, centre(), 1.5);
+    s.SetAnalogFactor(1);
+    s.SetMode(1);
+    EXPECT_EQ(32u, s.Width());
+    EXPECT_NEAR(4 * base, centre(), 4 * base * 0.005);  // the coarser grid samples the scene elsewhere
+    s.SetExposure(1e6);  // saturates at full scale, no wrap
+    EXPECT_DOUBLE_EQ(4095 - 0.01 * 4095, centre());
+}
+
+TEST(SimSensor, ColourCastInMemoryOrderAndBayerSitesTakeTheirChannel)
+{
+    CZxSimSensor s(16, 12, 1);
+    s.SetFullWell(0);
+    s.SetReadNoise(0);
+    s.SetBits(16);
+    s.SetResponse(1.0, 0.5, 0.25);
+    s.SetSceneBrightness(0.4);
+    s.SetOutput(EZxSimOutput::ColourBGR);
+    SZxPicBuf colour, bayer;
+    auto c = s.Capture();
+    c->GetPicBuf(&colour);
+    const size_t px = 6 * 16 + 8;  // even row, even column, inside the specimen
+    EXPECT_NEAR(4.0, double(zxtest::SampleAt(colour, px * 3 + 2)) / zxtest::SampleAt(colour, px * 3), 0.01);
+    for (EZxSimBayerOrder order : {EZxSimBayerOrder::RGGB, EZxSimBayerOrder::GBRG}) {
+        s.SetOutput(EZxSimOutput::Bayer);
+        s.SetBayerOrder(order);
+        auto m = s.Capture();
+        m->GetPicBuf(&bayer);
+        // Sites (even, even), (even, odd), (odd, odd): R G B for RGGB, G B G for GBRG.
+        const int want[2][3] = {{2, 1, 0}, {1, 0, 1}};
+        const size_t sites[3] = {px, px + 1, px + 17};
+        for (int i = 0; i < 3; ++i)
+            EXPECT_EQ(zxtest::SampleAt(colour, sites[i] * 3 + want[order == EZxSimBayerOrder::GBRG][i]),
+                      zxtest::SampleAt(bayer, sites[i]));
+    }
+}
+
+} // namespace
