@@ -1,4 +1,5 @@
 #include <cmath>
+#include <string>
 #include <vector>
 
 #include "zx/histodraw.h"
@@ -8,14 +9,13 @@
 
 namespace {
 
-// Level counts of one frame: combined plus optional components.
+// Level counts of one frame: combined plus up to three components.
 struct Counts {
-    std::vector<uint32_t> all;
-    std::vector<uint32_t> comp[3];
+    std::vector<uint32_t> all, comp[3];
     SZxHisto h;
-
-    Counts(uint32_t bits, uint32_t comps) {
-        all.assign(size_t(1) << bits, 0);
+    Counts(uint32_t bits, uint32_t comps, std::vector<uint32_t> init = {}) : all(size_t(1) << bits)
+    {
+        std::copy(init.begin(), init.end(), all.begin());
         h.uiBits = bits;
         h.uiComp = comps;
         h.pdwHisto = all.data();
@@ -26,46 +26,48 @@ struct Counts {
     }
 };
 
-TEST(HistoDrawBinning, EqualDepthKeepsLevelsAndDeeperFramesShareBins)
+// "lo..hi" of a display range (c = -1: combined), or the status when it failed.
+std::string Range(const CZxHistoDraw& d, int c, bool orig = false)
+{
+    uint32_t lo = 0, hi = 0;
+    const int rc = c < 0 ? (orig ? d.GetRangeOrig(&lo, &hi) : d.GetRange(&lo, &hi))
+                         : (orig ? d.GetRangeCompOrig(c, &lo, &hi) : d.GetRangeComp(c, &lo, &hi));
+    return rc ? std::to_string(rc) : std::to_string(lo) + ".." + std::to_string(hi);
+}
+
+std::vector<uint32_t> Bins(const CZxHistoDraw& d, int c, size_t n)
+{
+    const uint32_t* b = d.GetBinData(c);
+    return b ? std::vector<uint32_t>(b, b + n) : std::vector<uint32_t>();
+}
+
+TEST(HistoDrawBinning, EqualDepthKeepsLevelsDeeperFramesShareBinsAndTheRestStaysInside)
 {
     CZxHistoDraw d(256, CZxHistoDraw::FLAG_COMBINED);
     Counts eight(8, 1);
     eight.all[3] = 5;
     eight.all[200] = 7;
     ASSERT_EQ(d.SetHistogram(eight.h, 1, nullptr), ZX_OK);
-    uint32_t lo = 0, hi = 0;
-    EXPECT_EQ(d.GetBinData(-1)[3], 5u);
-    EXPECT_EQ(d.GetBinData(-1)[200], 7u);
-    ASSERT_EQ(d.GetRange(&lo, &hi), ZX_OK);
-    EXPECT_EQ(lo, 3u);
-    EXPECT_EQ(hi, 200u);
+    EXPECT_EQ(Bins(d, -1, 256)[200], 7u);
+    EXPECT_EQ(Range(d, -1), "3..200");
 
-    Counts twelve(12, 1);
-    for (uint32_t i = 0; i < 16; ++i)
-        twelve.all[i] = 1;
+    Counts twelve(12, 1, std::vector<uint32_t>(16, 1));
     twelve.all[4095] = 9;
     ASSERT_EQ(d.SetHistogram(twelve.h, 1, nullptr), ZX_OK);
-    EXPECT_EQ(d.GetBinData(-1)[0], 16u);
-    EXPECT_EQ(d.GetBinData(-1)[1], 0u);
-    EXPECT_EQ(d.GetBinData(-1)[255], 9u);
-    ASSERT_EQ(d.GetRangeOrig(&lo, &hi), ZX_OK);
-    EXPECT_EQ(lo, 0u);
-    EXPECT_EQ(hi, 4095u);
+    EXPECT_EQ(Bins(d, -1, 2), (std::vector<uint32_t>{16, 0}));
+    EXPECT_EQ(Bins(d, -1, 256)[255], 9u);
+    EXPECT_EQ(Range(d, -1, true), "0..4095");
 
-    // 256 levels over 100 bins: divisor 2 would reach bin 127; the top level
-    // stays in the last bin.
+    // 256 levels into 100 bins: divisor 2 would reach bin 127.
     CZxHistoDraw odd(100, CZxHistoDraw::FLAG_COMBINED);
     ASSERT_EQ(odd.SetHistogram(eight.h, 1, nullptr), ZX_OK);
-    EXPECT_EQ(odd.GetBinData(-1)[99], 7u);
-    EXPECT_EQ(odd.GetBinData(-1)[1], 5u);
+    EXPECT_EQ(Range(odd, -1), "1..99");
 }
 
-TEST(HistoDrawStats, HandComputedMeanFractionsAndEmptyCases)
+TEST(HistoDrawStats, HandComputedMeanAndFractions)
 {
     CZxHistoDraw d(4, CZxHistoDraw::FLAG_COMBINED);
-    Counts c(2, 1);
-    c.all = {1, 2, 3, 4};
-    c.h.pdwHisto = c.all.data();
+    Counts c(2, 1, {1, 2, 3, 4});
     ASSERT_EQ(d.SetHistogram(c.h, 1, nullptr), ZX_OK);
     double mean = 0, below = -1, within = -1, above = -1;
     ASSERT_EQ(d.GetMeanFreq(&mean), ZX_OK);
@@ -75,45 +77,35 @@ TEST(HistoDrawStats, HandComputedMeanFractionsAndEmptyCases)
     EXPECT_DOUBLE_EQ(within, 0.5);
     EXPECT_DOUBLE_EQ(above, 0.4);
     ASSERT_EQ(d.GetStats(0, 99, &below, &within, &above), ZX_OK);
-    EXPECT_EQ(below, 0.0);
-    EXPECT_EQ(within, 1.0);
-    EXPECT_EQ(above, 0.0);
-    EXPECT_EQ(d.GetStats(0, 1, nullptr, nullptr, nullptr), ZX_OK);
+    EXPECT_EQ(below + above, 0.0);
 
-    c.all = {8, 0, 0, 0};   // everything in bin 0: no mean
-    ASSERT_EQ(d.SetHistogram(c.h, 1, nullptr), ZX_OK);
+    Counts zero(2, 1, {8});   // everything in bin 0: no mean
+    ASSERT_EQ(d.SetHistogram(zero.h, 1, nullptr), ZX_OK);
     EXPECT_EQ(d.GetMeanFreq(&mean), ZX_E_FAIL);
-
-    c.all = {0, 0, 0, 0};
-    ASSERT_EQ(d.SetHistogram(c.h, 1, nullptr), ZX_OK);
-    uint32_t lo = 7, hi = 7;
-    EXPECT_EQ(d.GetRange(&lo, &hi), ZX_E_FAIL);
-    EXPECT_EQ(d.GetRangeOrig(&lo, &hi), ZX_E_FAIL);
-    EXPECT_EQ(lo, 7u);
+    zero.all[0] = 0;
+    ASSERT_EQ(d.SetHistogram(zero.h, 1, nullptr), ZX_OK);
+    EXPECT_EQ(Range(d, -1), "-9");
+    EXPECT_EQ(Range(d, -1, true), "-9");
     ASSERT_EQ(d.GetStats(1, 2, &below, &within, &above), ZX_OK);
     EXPECT_EQ(below + within + above, 0.0);
 }
 
-TEST(HistoDrawLut, RebinsThroughGammaAndKeepsDestinationMaximumOnComponentsOnly)
+TEST(HistoDrawLut, RebinsThroughGammaAndAppliesTheDestinationMaximumToComponentsOnly)
 {
     CZxHistoDraw d(4, CZxHistoDraw::FLAG_COMBINED);
-    Counts c(2, 1);
-    c.all = {1, 2, 3, 4};
-    c.h.pdwHisto = c.all.data();
+    Counts c(2, 1, {1, 2, 3, 4});
     SZxLutParam lut;
-    lut.dGamma = 2.0;   // level i -> (i/3)^2: 0, 1/9, 4/9, 1 -> bins 0, 0, 1, 3
+    lut.dGamma = 2.0;   // level i -> (i/3)^2 = 0, 1/9, 4/9, 1 -> bins 0, 0, 1, 3
     ASSERT_EQ(d.SetHistogram(c.h, 1, &lut), ZX_OK);
-    const uint32_t* b = d.GetBinData(-1);
-    EXPECT_EQ(std::vector<uint32_t>(b, b + 4), (std::vector<uint32_t>{3, 3, 0, 4}));
-
-    lut.dGamma = 2.0;
+    EXPECT_EQ(Bins(d, -1, 4), (std::vector<uint32_t>{3, 3, 0, 4}));
     lut.dMinSrc = 0.5;   // levels under the minimum are black, not mirrored upwards
     ASSERT_EQ(d.SetHistogram(c.h, 1, &lut), ZX_OK);
-    b = d.GetBinData(-1);
-    EXPECT_EQ(std::vector<uint32_t>(b, b + 4), (std::vector<uint32_t>{6, 0, 0, 4}));
+    EXPECT_EQ(Bins(d, -1, 4), (std::vector<uint32_t>{6, 0, 0, 4}));
+    lut.dMinSrc = lut.dMaxSrc = 0.5;   // degenerate: above the step is white
+    ASSERT_EQ(d.SetHistogram(c.h, 1, &lut), ZX_OK);
+    EXPECT_EQ(Bins(d, -1, 4), (std::vector<uint32_t>{3, 0, 0, 7}));
 
-    // Colour: a destination maximum of 0.5 halves the components, not the combined.
-    CZxHistoDraw rgb(256, CZxHistoDraw::FLAG_COMBINED | CZxHistoDraw::FLAG_COMPONENTS);
+    CZxHistoDraw rgb(256, 3);
     Counts col(8, 3);
     col.all[255] = 3;
     for (auto& comp : col.comp)
@@ -122,13 +114,9 @@ TEST(HistoDrawLut, RebinsThroughGammaAndKeepsDestinationMaximumOnComponentsOnly)
     for (double& m : half.adMaxDst)
         m = 0.5;
     ASSERT_EQ(rgb.SetHistogram(col.h, CZxHistoDraw::PIXELKIND_RGB, &half), ZX_OK);
-    uint32_t lo = 0, hi = 0;
-    ASSERT_EQ(rgb.GetRange(&lo, &hi), ZX_OK);
-    EXPECT_EQ(hi, 255u);
-    ASSERT_EQ(rgb.GetRangeComp(1, &lo, &hi), ZX_OK);
-    EXPECT_EQ(hi, 127u);
-    ASSERT_EQ(rgb.GetRangeCompOrig(2, &lo, &hi), ZX_OK);
-    EXPECT_EQ(hi, 127u);
+    EXPECT_EQ(Range(rgb, -1), "255..255");
+    EXPECT_EQ(Range(rgb, 1), "127..127");
+    EXPECT_EQ(Range(rgb, 2, true), "127..127");
 }
 
 TEST(HistoDrawComponents, MonochromeKeepsNoComponentDataAndUnknownKindsBuildNone)
@@ -137,117 +125,80 @@ TEST(HistoDrawComponents, MonochromeKeepsNoComponentDataAndUnknownKindsBuildNone
     Counts mono(8, 1);
     mono.all[10] = 1;
     ASSERT_EQ(d.SetHistogram(mono.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_OK);
-    uint32_t lo, hi;
     double m;
     EXPECT_EQ(d.GetComponents(), 0u);
-    EXPECT_EQ(d.GetRangeComp(0, &lo, &hi), ZX_E_FAIL);
-    EXPECT_EQ(d.GetRangeCompOrig(0, &lo, &hi), ZX_E_FAIL);
+    EXPECT_EQ(Range(d, 0), "-9");
+    EXPECT_EQ(Range(d, 0, true), "-9");
     EXPECT_EQ(d.GetMeanFreqComp(0, &m), ZX_E_FAIL);
-    EXPECT_EQ(d.GetBinData(0), nullptr);
 
     Counts col(8, 3);
     col.all[50] = 3;
     col.comp[0][40] = col.comp[1][50] = col.comp[2][60] = 1;
     ASSERT_EQ(d.SetHistogram(col.h, 1, nullptr), ZX_OK);
     EXPECT_EQ(d.GetComponents(), 3u);
-    EXPECT_EQ(d.GetRangeComp(0, &lo, &hi), ZX_E_FAIL);
-    EXPECT_EQ(d.GetRangeCompOrig(0, &lo, &hi), ZX_E_FAIL);
+    EXPECT_EQ(Range(d, 0), "-9");
+    EXPECT_EQ(Range(d, 0, true), "-9");
 
     ASSERT_EQ(d.SetHistogram(col.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_OK);
-    ASSERT_EQ(d.GetRangeCompOrig(2, &lo, &hi), ZX_OK);
-    EXPECT_EQ(lo, 60u);
-    EXPECT_EQ(d.GetRangeComp(3, &lo, &hi), ZX_E_FAIL);
+    EXPECT_EQ(Range(d, 2, true), "60..60");
+    EXPECT_EQ(Range(d, 3), "-9");
     uint32_t red = 0;
     ASSERT_EQ(d.GetCompColor(2, &red), ZX_OK);
     EXPECT_EQ(red, 0x0000FFu);
 
-    // The host's split model keeps components only.
-    CZxHistoDraw split(128, CZxHistoDraw::FLAG_COMPONENTS);
+    CZxHistoDraw split(128, CZxHistoDraw::FLAG_COMPONENTS);   // the host's split model
     ASSERT_EQ(split.SetHistogram(col.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_OK);
-    EXPECT_EQ(split.GetRange(&lo, &hi), ZX_E_FAIL);
-    EXPECT_EQ(split.GetRangeOrig(&lo, &hi), ZX_E_FAIL);
-    ASSERT_EQ(split.GetRangeComp(0, &lo, &hi), ZX_OK);
-    EXPECT_EQ(lo, 20u);
+    EXPECT_EQ(Range(split, -1), "-9");
+    EXPECT_EQ(Range(split, -1, true), "-9");
+    EXPECT_EQ(Range(split, 0), "20..20");
 }
 
-TEST(HistoDrawInput, BadHistogramsFailAndLeaveTheLastOneIntact)
+TEST(HistoDrawInput, BadHistogramsFailAndLeaveTheLastOneIntactAndCopiesAreDeep)
 {
     const long long before = CZxAlloc::Outstanding();
     {
         CZxHistoDraw d(256, 3);
-        uint32_t lo, hi;
         double v;
-        EXPECT_EQ(d.GetRange(&lo, &hi), ZX_E_FAIL);
-        EXPECT_EQ(d.GetRangeOrig(&lo, &hi), ZX_E_FAIL);
-        EXPECT_EQ(d.GetMeanFreq(&v), ZX_E_FAIL);
+        EXPECT_EQ(Range(d, -1, true), "-9");
         EXPECT_EQ(d.GetStats(0, 1, &v, &v, &v), ZX_E_FAIL);
-        EXPECT_EQ(d.GetRangeCompOrig(0, &lo, &hi), ZX_E_FAIL);
 
         Counts good(8, 1);
         good.all[77] = 1;
         ASSERT_EQ(d.SetHistogram(good.h, 1, nullptr), ZX_OK);
-        SZxHisto none;
-        EXPECT_EQ(d.SetHistogram(none, 1, nullptr), ZX_E_FAIL);
-        Counts deep(8, 1);
+        Counts deep(8, 1), missing(8, 3), many(8, 3);
         deep.h.uiBits = 25;
-        EXPECT_EQ(d.SetHistogram(deep.h, 1, nullptr), ZX_E_FAIL);
-        Counts missing(8, 3);
         missing.h.pdwCompHisto[1] = nullptr;
-        EXPECT_EQ(d.SetHistogram(missing.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_E_FAIL);
-        Counts many(8, 3);
         many.h.uiComp = 5;
+        EXPECT_EQ(d.SetHistogram(SZxHisto(), 1, nullptr), ZX_E_FAIL);
+        EXPECT_EQ(d.SetHistogram(deep.h, 1, nullptr), ZX_E_FAIL);
+        EXPECT_EQ(d.SetHistogram(missing.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_E_FAIL);
         EXPECT_EQ(d.SetHistogram(many.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_E_FAIL);
-        ASSERT_EQ(d.GetRange(&lo, &hi), ZX_OK);
-        EXPECT_EQ(lo, 77u);
-
+        EXPECT_EQ(Range(d, -1), "77..77");
         CZxHistoDraw noBins(0, 3);
         EXPECT_EQ(noBins.SetHistogram(good.h, 1, nullptr), ZX_E_FAIL);
-        EXPECT_EQ(noBins.GetRange(&lo, &hi), ZX_E_FAIL);
-
-        // A degenerate LUT (minimum = maximum) still lands inside the bins.
-        SZxLutParam flat;
-        flat.dMinSrc = flat.dMaxSrc = 0.3;
-        flat.dGamma = 0.5;
-        EXPECT_EQ(d.SetHistogram(good.h, 1, &flat), ZX_OK);
 
         CZxHistoDraw copy(d);
-        Counts other(8, 1);
-        other.all[5] = 1;
-        ASSERT_EQ(d.SetHistogram(other.h, 1, nullptr), ZX_OK);
-        ASSERT_EQ(copy.GetRange(&lo, &hi), ZX_OK);
-        EXPECT_EQ(lo, 255u);   // 77/255 is above the flat LUT's 0.3: top bin
+        good.all[5] = 1;
+        ASSERT_EQ(d.SetHistogram(good.h, 1, nullptr), ZX_OK);
+        EXPECT_EQ(Range(copy, -1), "77..77");
         copy = d;
-        ASSERT_EQ(copy.GetRange(&lo, &hi), ZX_OK);
-        EXPECT_EQ(lo, 5u);
+        EXPECT_EQ(Range(copy, -1), "5..77");
     }
     EXPECT_EQ(CZxAlloc::Outstanding(), before);
 }
 
 TEST(HistoDrawInput, FrameHistogramsSumColourChannelsIntoTheCombinedCounts)
 {
-    // Blue, green, red of two pixels: (1, 2, 3) and (1, 5, 3).
-    uint8_t px[6] = {1, 2, 3, 1, 5, 3};
-    SZxPicBuf pb;
-    pb.uiWidth = 2;
-    pb.uiHeight = 1;
-    pb.uiRowBytes = 6;
-    pb.uiBits = 8;
-    pb.uiComp = 3;
-    pb.ui64DataSize = 6;
-    pb.pData = px;
+    uint8_t px[6] = {1, 2, 3, 1, 5, 3};   // blue, green, red of two pixels
+    SZxPicBuf pb{2, 1, 6, 8, 3, 6, px};
     SZxAEHistogram ae(8, true, true);
     CZxHistoDraw d(256, 3);
     EXPECT_EQ(d.SetHistogram(ae, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_E_FAIL);   // never computed
     ZX_ComputeHistogramAE(&ae, &pb, nullptr);
     ASSERT_EQ(d.SetHistogram(ae, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_OK);
-    EXPECT_EQ(d.GetBinData(-1)[1], 2u);
-    EXPECT_EQ(d.GetBinData(-1)[3], 2u);
-    uint32_t lo, hi;
-    ASSERT_EQ(d.GetRangeComp(1, &lo, &hi), ZX_OK);   // green
-    EXPECT_EQ(lo, 2u);
-    EXPECT_EQ(hi, 5u);
-    ASSERT_EQ(d.GetRangeCompOrig(0, &lo, &hi), ZX_OK);   // blue
-    EXPECT_EQ(hi, 1u);
+    EXPECT_EQ(Bins(d, -1, 6), (std::vector<uint32_t>{0, 2, 1, 2, 0, 1}));
+    EXPECT_EQ(Range(d, 1), "2..5");   // green
+    EXPECT_EQ(Range(d, 0), "1..1");   // blue
 }
 
 TEST(HistoDrawBarHeight, RoundsAndStaysInsideThePlot)
