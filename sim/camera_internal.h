@@ -1,0 +1,40 @@
+// Records private to the simulated camera's two source files.
+#pragma once
+#include <map>
+#include <string>
+
+#include "zxsim/camera.h"
+
+/// The simulated sensor's size; formats and ROIs are laid out on it.
+constexpr int32_t kSimSensorWidth = 2048;
+constexpr int32_t kSimSensorHeight = 1536;
+
+/// One row of the property table.
+struct CZxSimCamera::SProperty {
+    SZxGrabberPropertyDesc01 desc;    ///< name, label, definition, flags
+    CZxVariant defFast;               ///< default of the fast set
+    CZxVariant defQuality;            ///< default of the quality set
+    bool bSetting = true;             ///< part of the setting sets (false: measured, read-only)
+};
+
+struct CZxSimCamera::SCommand {
+    std::wstring name;
+    std::wstring text;
+    bool bAsync = false;
+};
+
+struct CZxSimCamera::SNamedSetting {
+    CZxStringW name;
+    SZxGrabberCameraSettings settings;
+};
+
+/// What Diff compares before and after a write, to report state changes.
+struct CZxSimCamera::SSnapshot {
+    struct SEntry {
+        uint32_t state = 0;
+        CZxVariant definition;
+        CZxVariant value;
+    };
+    std::map<std::wstring, SEntry> props[kSets];
+    SZxGrabberFormatValue format[kSets];
+};

@@ -1,0 +1,406 @@
+// The simulated camera's model: its property table, formats and commands, and
+// how values are checked and derived.
+#include <cmath>
+#include <cwchar>
+#include <cwctype>
+
+#include "camera_internal.h"
+#include "zxhost/exposure.h"
+
+namespace {
+
+const double kExposureList[] = {0.1, 0.2, 0.5, 1, 2, 5, 10, 20, 50, 100, 200, 500, 1000, 2000, 5000};
+
+CZxVariant Range(const wchar_t* runType, double min, double max, double step)
+{
+    CZxVariant d = CZxVariant::MakeRecord(runType);
+    d[L"m_dMin"] = min;
+    d[L"m_dMax"] = max;
+    d[L"m_dStep"] = step;
+    return d;
+}
+
+CZxVariant RangeInt(int min, int max, int step)
+{
+    CZxVariant d = CZxVariant::MakeRecord(L"RZxRangeInt32");
+    d[L"m_iMin"] = min;
+    d[L"m_iMax"] = max;
+    d[L"m_iStep"] = step;
+    return d;
+}
+
+CZxVariant List(const CZxVariant& items)
+{
+    CZxVariant d = CZxVariant::MakeRecord(L"RZxList");
+    d[L"m_list"] = items;
+    return d;
+}
+
+CZxVariant Entry(const wchar_t* valueKey, const CZxVariant& value, const wchar_t* text)
+{
+    CZxVariant e;
+    e[valueKey] = value;
+    e[L"m_wstrText"] = text;
+    return e;
+}
+
+CZxVariant ExposureRange(double min, double max)
+{
+    CZxVariant d = Range(L"RZxRangeDoubleExposure", min, max, 0.05);
+    CZxVariant presets = CZxVariant::MakeArray();
+    for (double ms : kExposureList)
+        presets.Add(Entry(L"m_dValue", ms, ZX_ExposureToText(ms, -1.0)));
+    d[L"m_List"] = presets;
+    d[L"m_dOneFrameExp"] = -1.0;   // filled per set from the pixel clock
+    return d;
+}
+
+CZxVariant TextIntList(std::initializer_list<std::pair<int, const wchar_t*>> items)
+{
+    CZxVariant list = CZxVariant::MakeArray();
+    for (const auto& it : items)
+        list.Add(Entry(L"m_iValue", it.first, it.second));
+    return List(list);
+}
+
+bool IsNumber(const CZxVariant& v)
+{
+    const auto k = v.GetKind();
+    return k == CZxVariant::EKind::Bool || k == CZxVariant::EKind::Int32 || k == CZxVariant::EKind::Double;
+}
+
+// The whole text must be one number (blanks around it allowed).
+bool ParseNumber(const CZxStringW& s, double& out)
+{
+    const wchar_t* begin = s.GetString();
+    wchar_t* end = nullptr;
+    const double d = std::wcstod(begin, &end);
+    if (end == begin)
+        return false;
+    while (*end && std::iswspace(static_cast<wint_t>(*end)))
+        ++end;
+    if (*end || !std::isfinite(d))
+        return false;
+    out = d;
+    return true;
+}
+
+bool ToNumber(const CZxVariant& v, double& out)
+{
+    if (IsNumber(v)) {
+        out = v.GetDouble();
+        return std::isfinite(out);
+    }
+    return v.GetKind() == CZxVariant::EKind::String && ParseNumber(v.GetCZxStringW(), out);
+}
+
+bool IsRangeDouble(const CZxVariantRunType& t)
+{
+    return t == CZxVariantRunType(L"RZxRangeDouble") || t == CZxVariantRunType(L"RZxRangeDoubleList") ||
+           t == CZxVariantRunType(L"RZxRangeDoubleExposure");
+}
+
+} // namespace
+
+SZxGrabberCameraDesc CZxSimCamera::DefaultCamera()
+{
+    SZxGrabberCameraDesc c;
+    ZX_CopyBoundedW(c.m_wszName, 64, L"SIM-M2048-0001");
+    ZX_CopyBoundedW(c.m_wszDisplayName, 64, L"Sim M2048");
+    ZX_CopyBoundedW(c.m_wszDisplayNameFull, 128, L"Sim M2048 (SN 0001)");
+    ZX_CopyBoundedW(c.m_wszFamily, 64, L"FamilySim");
+    c.m_bMono = true;
+    c.m_bConnected = true;
+    return c;
+}
+
+void CZxSimCamera::BuildProperties()
+{
+    auto add = [this](const wchar_t* name, const wchar_t* label, const CZxVariant& def, const CZxVariant& fast,
+                      const CZxVariant& quality, bool setting = true, uint32_t flags = 0) {
+        SProperty p;
+        p.desc.m_wstrName = name;
+        p.desc.m_wstrText = label;
+        p.desc.varValDefinition = def;
+        p.desc.m_uiFlags = flags;
+        p.defFast = fast;
+        p.defQuality = quality;
+        p.bSetting = setting;
+        m_props.push_back(p);
+    };
+    CZxVariant temperatures = CZxVariant::MakeArray();
+    for (int t = -30; t <= 20; t += 10)
+        temperatures.Add(Entry(L"m_dValue", double(t), CZxStringW::Formatted(L"%d \u00b0C", t)));
+    CZxVariant temperature = Range(L"RZxRangeDoubleList", -30.0, 20.0, 0.5);
+    temperature[L"m_List"] = temperatures;
+
+    CZxVariant clocks = CZxVariant::MakeArray();
+    for (int mhz : {12, 24, 48})
+        clocks.Add(CZxVariant(mhz));
+    CZxVariant triggers = CZxVariant::MakeArray();
+    for (const wchar_t* t : {L"Free Run", L"Software", L"Hardware"})
+        triggers.Add(CZxVariant(t));
+    CZxVariant sharpness = CZxVariant::MakeArray();
+    for (double s : {0.0, 0.5, 1.0, 2.0})
+        sharpness.Add(CZxVariant(s));
+    CZxVariant lights = CZxVariant::MakeArray();
+    lights.Add(Entry(L"m_wstrValue", L"led", L"LED"));
+    lights.Add(Entry(L"m_wstrValue", L"halogen", L"Halogen"));
+    lights.Add(Entry(L"m_wstrValue", L"daylight", L"Daylight"));
+    CZxVariant gamma = RangeInt(30, 300, 5);
+    gamma[L"m_iDenom"] = 100;
+    gamma[L"m_iPrecicion"] = 2;
+
+    add(L"Exposure", L"Exposure Time", ExposureRange(0.05, 10000.0), 20.0, 50.0);
+    add(L"AutoExposure", L"Auto Exposure", CZxVariant(false), false, false);
+    add(L"Gain", L"Gain", Range(L"RZxRangeDouble", 1.0, 16.0, 0.1), 1.0, 1.0);
+    add(L"Offset", L"Offset", RangeInt(0, 255, 1), 0, 0);
+    add(L"Gamma", L"Gamma", gamma, 100, 100);
+    add(L"Cooling", L"Cooling", CZxVariant(false), true, true);
+    add(L"Temperature", L"Target Temperature", temperature, -10.0, -10.0);
+    add(L"SensorTemperature", L"Sensor Temperature", CZxVariant(0.0), 25.0, 25.0, false);
+    add(L"FrameRate", L"Frame Rate", CZxVariant(0.0), 0.0, 0.0, false);
+    add(L"PixelClock", L"Pixel Clock (MHz)", List(clocks), 24, 24);
+    add(L"TriggerMode", L"Trigger", List(triggers), L"Free Run", L"Free Run");
+    add(L"ReadoutMode", L"Readout",
+        TextIntList({{0, L"Low Noise"}, {1, L"Standard"}, {2, L"High Speed"}}), 2, 0);
+    add(L"SensorMode", L"Sensor Area", TextIntList({{0, L"Full Sensor"}, {1, L"Center Half"}}), 0, 0, true,
+        ZX_PROPFLAG_CHANGES_FORMAT);
+    add(L"Sharpness", L"Sharpness", List(sharpness), 0.0, 0.0);
+    add(L"LightSource", L"Light Source", List(lights), L"led", L"led");
+    add(L"CameraLabel", L"Label", CZxVariant(L""), L"Sim", L"Sim");
+    add(L"BufferCount", L"Buffers", CZxVariant(0), 4, 4);
+    // Targets of the auto-exposure engine, edited by the advanced setup.
+    add(L"LiveSpeedUp", L"Live Acceleration",
+        TextIntList({{1, L"1x"}, {2, L"2x"}, {5, L"5x"}, {10, L"10x"}, {20, L"20x"}, {50, L"50x"}, {100, L"100x"}}),
+        1, 1);
+    add(L"SpeedUpTime", L"Speed-up Time",
+        TextIntList({{0, L"Off"}, {100, L"100 ms"}, {250, L"250 ms"}, {500, L"500 ms"}, {1000, L"1 s"}}), 0, 0);
+    add(L"CaptureQuality", L"Target Maximum Intensity",
+        TextIntList({{80, L"80 %"}, {85, L"85 %"}, {90, L"90 %"}, {95, L"95 %"}, {98, L"98 %"}}), 90, 90);
+    add(L"CaptureMaxExposure", L"Maximum Exposure", ExposureRange(0.05, 10000.0), 2000.0, 2000.0);
+    add(L"QuantilPromile", L"Overillumination Tolerance (%)", Range(L"RZxRangeDouble", 0.0, 100.0, 0.1), 1.0,
+        1.0);
+    add(L"QuantilPixels", L"Overillumination Tolerance (pixels)", RangeInt(0, 1000000, 1), 100, 100);
+    add(L"QuantilRelative", L"Relative Tolerance", CZxVariant(false), true, true);
+}
+
+void CZxSimCamera::BuildFormats()
+{
+    const uint32_t comp = m_camera.m_bMono ? 1u : 3u;
+    auto add = [&](const wchar_t* name, uint32_t flags, double binning, int32_t group, CZxRect rect) {
+        SZxGrabberFormatValue f;
+        f.m_wstrName = name;
+        f.m_uiFlags = flags;
+        f.m_dBinning = binning;
+        f.m_iGroup = group;
+        f.m_rcRect = rect;
+        f.m_uiBits = 12;
+        f.m_uiComp = comp;
+        m_formats.push_back(f);
+    };
+    m_formats.clear();
+    add(L"2048 x 1536", ZX_FORMAT_FAST | ZX_FORMAT_QUALITY | ZX_FORMAT_DEFAULT_QUALITY, 1, 0,
+        CZxRect(0, 0, 2048, 1536));
+    add(L"1024 x 768 (Binning 2x2)", ZX_FORMAT_FAST | ZX_FORMAT_QUALITY | ZX_FORMAT_DEFAULT_FAST, 2, 0,
+        CZxRect(0, 0, 1024, 768));
+    add(L"512 x 384 (Binning 4x4)", ZX_FORMAT_FAST, 4, 0, CZxRect(0, 0, 512, 384));
+    add(L"1024 x 768 (Center)", ZX_FORMAT_FAST, 1, 1, CZxRect(512, 384, 1536, 1152));
+    add(L"2048 x 1536 (Extended Dynamic)", ZX_FORMAT_QUALITY, 1, 2, CZxRect(0, 0, 2048, 1536));
+    m_formats.back().m_uiBits = 16;
+}
+
+void CZxSimCamera::BuildCommands()
+{
+    m_commands = {
+        {L"Snap", L"Snap", false},
+        {L"Calibrate", L"Dark Calibration", true},
+        {L"ApplyExposurePreset", L"Exposure Preset", false},
+        {L"RestoreFactory", L"Factory Settings", false},
+    };
+}
+
+const CZxSimCamera::SProperty* CZxSimCamera::FindProperty(const wchar_t* name) const
+{
+    if (!name)
+        return nullptr;
+    for (const auto& p : m_props)
+        if (p.desc.m_wstrName.Compare(name) == 0)
+            return &p;
+    return nullptr;
+}
+
+double CZxSimCamera::NumberOf(const wchar_t* name, int set) const
+{
+    auto it = m_values[set].find(name);
+    return it == m_values[set].end() ? 0.0 : it->second.GetDouble();
+}
+
+// The pixel clock sets the fastest frame rate; reading half the sensor doubles it.
+static double MaxFrameRate(double pixelClockMHz, bool centerHalf)
+{
+    return pixelClockMHz * 1.25 * (centerHalf ? 2.0 : 1.0);
+}
+
+CZxVariant CZxSimCamera::Definition(const SProperty& p, int set) const
+{
+    CZxVariant d = p.desc.varValDefinition;
+    if (d.Search(L"m_dOneFrameExp"))
+        d[L"m_dOneFrameExp"] =
+            1000.0 / MaxFrameRate(NumberOf(L"PixelClock", set), NumberOf(L"SensorMode", set) != 0);
+    return d;
+}
+
+uint32_t CZxSimCamera::State(const SProperty& p, int set) const
+{
+    const std::wstring& name = p.desc.m_wstrName.Std();
+    if (!p.bSetting)
+        return ZX_PROPSTATE_AVAILABLE | ZX_PROPSTATE_READONLY |
+               (name == L"SensorTemperature" ? ZX_PROPSTATE_CHANGING : 0u);
+    if (name == L"Temperature" && NumberOf(L"Cooling", set) == 0)
+        return 0;
+    if (name == L"Exposure" && NumberOf(L"AutoExposure", set) != 0)
+        return ZX_PROPSTATE_AVAILABLE | ZX_PROPSTATE_CHANGING;
+    return ZX_PROPSTATE_AVAILABLE;
+}
+
+CZxVariant CZxSimCamera::Value(const SProperty& p, int set) const
+{
+    const std::wstring& name = p.desc.m_wstrName.Std();
+    if (name == L"SensorTemperature")
+        return m_dSensorTemperature;
+    if (name == L"FrameRate") {
+        const double maxRate = MaxFrameRate(NumberOf(L"PixelClock", set), NumberOf(L"SensorMode", set) != 0);
+        const double byExposure = 1000.0 / NumberOf(L"Exposure", set);
+        return byExposure < maxRate ? byExposure : maxRate;
+    }
+    auto it = m_values[set].find(name);
+    return it == m_values[set].end() ? CZxVariant() : it->second;
+}
+
+bool CZxSimCamera::Coerce(const SProperty& p, int set, const CZxVariant& given, CZxVariant& out) const
+{
+    // Hosts may wrap a value in a record whose single member is "Value".
+    const CZxVariant& in = given.IsRecord() && given.GetMemberCount() == 1 && given.Search(L"Value")
+                               ? given[L"Value"] : given;
+    const CZxVariant def = Definition(p, set);
+    const CZxVariantRunType type = def.GetRunType();
+    double x = 0.0;
+
+    if (IsRangeDouble(type)) {
+        if (!ToNumber(in, x))
+            return false;
+        const double min = def[L"m_dMin"].GetDouble(), max = def[L"m_dMax"].GetDouble();
+        out = x < min ? min : (x > max ? max : x);
+        return true;
+    }
+    if (type == CZxVariantRunType(L"RZxRangeInt32")) {
+        if (!ToNumber(in, x))
+            return false;
+        const double min = def[L"m_iMin"].GetDouble(), max = def[L"m_iMax"].GetDouble();
+        out = static_cast<int>(x < min ? min : (x > max ? max : x));
+        return true;
+    }
+    if (type == CZxVariantRunType(L"RZxList")) {
+        const CZxVariant& list = def[L"m_list"];
+        for (int i = 0; i < list.GetCount(); ++i) {
+            const CZxVariant& e = list[i];
+            if (e.IsRecord()) {
+                // Entries match by value, or by their label.
+                const CZxVariant* key = e.Search(L"m_iValue");
+                if (!key) key = e.Search(L"m_dValue");
+                if (!key) key = e.Search(L"m_wstrValue");
+                if (!key)
+                    continue;
+                const bool byLabel = in.GetKind() == CZxVariant::EKind::String &&
+                                     in.GetCZxStringW() == e[L"m_wstrText"].GetCZxStringW();
+                const bool byValue = key->GetKind() == CZxVariant::EKind::String
+                                         ? in.GetKind() == CZxVariant::EKind::String &&
+                                               in.GetCZxStringW() == key->GetCZxStringW()
+                                         : ToNumber(in, x) && x == key->GetDouble();
+                if (byLabel || byValue) {
+                    out = *key;
+                    return true;
+                }
+            } else if (e.GetKind() == CZxVariant::EKind::String
+                           ? in.GetKind() == CZxVariant::EKind::String && in.GetCZxStringW() == e.GetCZxStringW()
+                           : ToNumber(in, x) && x == e.GetDouble()) {
+                out = e;
+                return true;
+            }
+        }
+        return false;
+    }
+    if (type == CZxVariantRunType(L"bool")) {
+        if (IsNumber(in)) {
+            out = in.GetBool();
+            return true;
+        }
+        const std::wstring s = in.GetCZxStringW().Std();
+        if (in.GetKind() == CZxVariant::EKind::String && (s == L"true" || s == L"1" || s == L"false" || s == L"0")) {
+            out = s == L"true" || s == L"1";
+            return true;
+        }
+        return false;
+    }
+    if (type == CZxVariantRunType(L"zx_int32") || type == CZxVariantRunType(L"double")) {
+        if (!ToNumber(in, x))
+            return false;
+        if (type == CZxVariantRunType(L"double")) {
+            out = x;
+            return true;
+        }
+        if (!(x > -2147483649.0 && x < 2147483648.0))
+            return false;
+        out = static_cast<int>(x);
+        return true;
+    }
+    if (type == CZxVariantRunType(L"CZxStringW") && in.GetKind() == CZxVariant::EKind::String) {
+        out = in;
+        return true;
+    }
+    return false;
+}
+
+void CZxSimCamera::Store(const SProperty& p, int set, const CZxVariant& v)
+{
+    m_values[set][p.desc.m_wstrName.Std()] = v;
+}
+
+const SZxGrabberFormatValue* CZxSimCamera::FindFormat(const wchar_t* name) const
+{
+    if (!name)
+        return nullptr;
+    for (const auto& f : m_formats)
+        if (f.m_wstrName.Compare(name) == 0)
+            return &f;
+    return nullptr;
+}
+
+const SZxGrabberFormatValue& CZxSimCamera::DefaultFormat(int set) const
+{
+    const uint32_t flag = set == 1 ? ZX_FORMAT_DEFAULT_QUALITY : ZX_FORMAT_DEFAULT_FAST;
+    for (const auto& f : m_formats)
+        if (f.m_uiFlags & flag)
+            return f;
+    return m_formats.front();
+}
+
+// "Center Half" reads the middle half of the sensor in each direction: every
+// format keeps its name but covers the central quarter of its area.
+SZxGrabberFormatValue CZxSimCamera::Effective(const SZxGrabberFormatValue& base, int32_t sensorMode) const
+{
+    SZxGrabberFormatValue f = base;
+    if (sensorMode == 1) {
+        const CZxRect& r = base.m_rcRect;
+        const int32_t w = r.Width() / 2, h = r.Height() / 2;
+        f.m_rcRect = CZxRect(r.left + w / 2, r.top + h / 2, r.left + w / 2 + w, r.top + h / 2 + h);
+    }
+    return f;
+}
+
+SZxGrabberFormatValue CZxSimCamera::CurrentFormat(int set) const
+{
+    const SZxGrabberFormatValue* f = FindFormat(m_format[set].c_str());
+    return Effective(f ? *f : DefaultFormat(set), static_cast<int32_t>(NumberOf(L"SensorMode", set)));
+}
