@@ -4,32 +4,10 @@
 #include <memory>
 #include <vector>
 
-#include "zx/autoexposure.h"
+#include "ae_engine.h"
 #include "zx_test.h"
 
-using zxtest::DiagCapture;
-
 namespace {
-
-void Configure(CZxAutoExposure& ae)
-{
-    SZxAECameraDesc d{};
-    d.m_dMaxComplGain = 4.0;
-    d.m_dMaxWhiteBalanceGain = 4.0;
-    d.m_dMinOffset = d.m_dMinBlackOffset = -1.0;
-    d.m_dMaxOffset = d.m_dMaxBlackOffset = 1.0;
-    d.m_dMaxFactor = 8.0;
-    d.m_dMaxHardWhiteGain = 2.0;
-    d.m_dMinExposure = 0.1;
-    d.m_dMaxExposure = 100.0;
-    d.m_dExposureKnee = 1000.0;
-    d.m_dMaxLevel = 1.0;
-    d.m_dSensitivity = 1.0;
-    ae.m_cameraDesc[0] = d;
-    ae.m_uiCameraDescCount = 1;
-    ae.m_setting1 = SZxAESetting{10.0, 100.0, 1.0, 1.0, 0.2, 0.8, 0.9};
-    ae.m_quantil.m_uiPixels = 3;
-}
 
 // 100 pixels per channel: half at a black bin, half at a white bin (of 256).
 SZxAEHistogram ColourHisto(const unsigned black[3], const unsigned white[3])
@@ -47,8 +25,7 @@ SZxAEHistogram ColourHisto(const unsigned black[3], const unsigned white[3])
 
 TEST(AEColour, OffsetsComeBeforeWhiteBalanceBeforeDisplayGain)
 {
-    CZxAutoExposure ae;
-    Configure(ae);
+    Engine ae;
     const unsigned black[3] = {10, 20, 30}, white[3] = {200, 150, 100};
     SZxAEHistogram h = ColourHisto(black, white);
     SZxAEFrameDesc f;
@@ -73,7 +50,7 @@ TEST(AEColour, OffsetsComeBeforeWhiteBalanceBeforeDisplayGain)
 }
 
 // Replays a factor and exposure per channel call and records the arguments.
-struct ScriptedChannels : CZxAutoExposure {
+struct ScriptedChannels : Engine {
     double factor[3] = {1, 2, 4}, exposure[3] = {4, 2, 1};
     std::vector<double> gains, offsets;
 
@@ -110,7 +87,6 @@ struct ScriptedChannels : CZxAutoExposure {
 TEST(AEColour, LeastSignalChannelWinsWithTiesToRedThenGreen)
 {
     ScriptedChannels s;
-    Configure(s);
     EXPECT_DOUBLE_EQ(1.0, s.Choose(4, 2));  // scores 4, 4, 4
     EXPECT_EQ((std::vector<double>{2.0, 1.0, 1.0}), s.gains);
     EXPECT_EQ((std::vector<double>{0.5, 0.5, 0.75}), s.offsets);
@@ -146,39 +122,29 @@ Gains AutoWhite(CZxGrabberSample01* s, double ro = 0, double go = 0, double bo =
     return out;
 }
 
+void ExpectGains(const Gains& g, int n, double r, double gr, double b)
+{
+    EXPECT_EQ(n, g.n);
+    EXPECT_DOUBLE_EQ(r, g.r);
+    EXPECT_DOUBLE_EQ(gr, g.g);
+    EXPECT_DOUBLE_EQ(b, g.b);
+}
+
 TEST(AccurateAutoWhite, BrightnessWeightedSumsOnHandMadeFrames)
 {
     // Weights 70 and 140: red 40x70 + 80x140 = 14000, green 7000, blue 3500.
-    Gains g = AutoWhite(ColourFrame(2, 1, 8, {{10, 20, 40}, {20, 40, 80}}).get());
-    EXPECT_EQ(2, g.n);
-    EXPECT_DOUBLE_EQ(1.0, g.r);
-    EXPECT_DOUBLE_EQ(2.0, g.g);
-    EXPECT_DOUBLE_EQ(4.0, g.b);
-
+    ExpectGains(AutoWhite(ColourFrame(2, 1, 8, {{10, 20, 40}, {20, 40, 80}}).get()), 2, 1.0, 2.0, 4.0);
     // Every pixel has a channel at full scale: the saturated sums count (weights
     // 405): red 150, green 150, blue 510.
-    g = AutoWhite(ColourFrame(2, 1, 8, {{255, 100, 50}, {255, 50, 100}}).get());
-    EXPECT_EQ(0, g.n);
-    EXPECT_DOUBLE_EQ(3.4, g.r);
-    EXPECT_DOUBLE_EQ(3.4, g.g);
-    EXPECT_DOUBLE_EQ(1.0, g.b);
+    ExpectGains(AutoWhite(ColourFrame(2, 1, 8, {{255, 100, 50}, {255, 50, 100}}).get()), 0, 3.4, 3.4, 1.0);
     // One saturated pixel among two that are not: the unsaturated ones count.
-    g = AutoWhite(ColourFrame(3, 1, 12, {{4095, 0, 0}, {10, 20, 40}, {20, 40, 80}}).get());
-    EXPECT_EQ(2, g.n);
-    EXPECT_DOUBLE_EQ(4.0, g.b);
-
+    ExpectGains(AutoWhite(ColourFrame(3, 1, 12, {{4095, 0, 0}, {10, 20, 40}, {20, 40, 80}}).get()), 2, 1, 2, 4);
     // Blue offset -0.1 of 255 = -25.5 rounds away from zero to -26. A blue of 0
     // goes negative but weighs |-26|: red = green = 100 x 274 + 100 x 226 = 50000,
     // blue = 74 x 274 - 26 x 226 = 14400.
-    g = AutoWhite(ColourFrame(2, 1, 8, {{100, 100, 100}, {0, 100, 100}}).get(), 0, 0, -0.1);
-    EXPECT_DOUBLE_EQ(1.0, g.r);
-    EXPECT_DOUBLE_EQ(50000.0 / 14400, g.b);
-
-    g = AutoWhite(ColourFrame(4, 3, 16, {{0, 0, 0}}).get());
-    EXPECT_EQ(12, g.n);
-    EXPECT_DOUBLE_EQ(1.0, g.r);
-    EXPECT_DOUBLE_EQ(1.0, g.g);
-    EXPECT_DOUBLE_EQ(1.0, g.b);
+    ExpectGains(AutoWhite(ColourFrame(2, 1, 8, {{100, 100, 100}, {0, 100, 100}}).get(), 0, 0, -0.1), 2, 1.0, 1.0,
+                50000.0 / 14400);
+    ExpectGains(AutoWhite(ColourFrame(4, 3, 16, {{0, 0, 0}}).get()), 12, 1.0, 1.0, 1.0);
 }
 
 TEST(AccurateAutoWhite, CountsThePixelsTheHistogramCounts)
@@ -195,14 +161,10 @@ TEST(AccurateAutoWhite, CountsThePixelsTheHistogramCounts)
 
 TEST(AccurateAutoWhite, BadFramesAreReportedWithNeutralGains)
 {
-    DiagCapture diag;
-    Gains g = AutoWhite(nullptr);
-    EXPECT_EQ(0, g.n);
-    EXPECT_DOUBLE_EQ(1.0, g.r);
+    zxtest::DiagCapture diag;
+    ExpectGains(AutoWhite(nullptr), 0, 1.0, 1.0, 1.0);
     CZxGrabberSample01 mono(4, 4, 8, 1);
-    g = AutoWhite(&mono);
-    EXPECT_EQ(0, g.n);
-    EXPECT_DOUBLE_EQ(1.0, g.b);
+    ExpectGains(AutoWhite(&mono), 0, 1.0, 1.0, 1.0);
     EXPECT_EQ(1, diag.Count(L"sample == NULL"));
     EXPECT_EQ(1, diag.Count(L"comp != 3"));
     EXPECT_EQ(0, ZX_AccurateAutoWhite(nullptr, nullptr, nullptr, 0, 0, 0, &mono, nullptr));

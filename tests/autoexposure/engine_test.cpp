@@ -1,64 +1,21 @@
-// The engine's steps on hand-computed values.
+// The engine's monochrome steps on hand-computed values.
 #include <cmath>
 #include <vector>
 
-#include "zx/autoexposure.h"
+#include "ae_engine.h"
 #include "zx_test.h"
 
-using zxtest::DiagCapture;
-
 namespace {
-
-// Opens the protected steps to the tests.
-struct Engine : CZxAutoExposure {
-    using CZxAutoExposure::ComputeAutoDisplay;
-    using CZxAutoExposure::ComputeAutoExposure;
-    using CZxAutoExposure::ComputeAutoGain;
-    using CZxAutoExposure::ComputeAutoOffset;
-    using CZxAutoExposure::ComputeBinningAE;
-    using CZxAutoExposure::ComputeBlackSignal;
-    using CZxAutoExposure::ComputeOverflow;
-    using CZxAutoExposure::ComputeQuantilPixels;
-    using CZxAutoExposure::ComputeWhiteSignal;
-};
-
-SZxAECameraDesc Mode(double sensitivity)
-{
-    SZxAECameraDesc d;
-    d.m_dMaxComplGain = 4.0;
-    d.m_dMaxFactor = 8.0;
-    d.m_dMinExposure = 0.1;
-    d.m_dMaxExposure = 100.0;
-    d.m_dExposureKnee = 1000.0;
-    d.m_dMinLevel = 0.0;
-    d.m_dMaxLevel = 1.0;
-    d.m_dSensitivity = sensitivity;
-    d.m_dUpperGain = 2.0;
-    d.m_dLowerGain = 1.5;
-    return d;
-}
-
-// Three modes of sensitivity 1, 4, 16; setting 1 has targets 0.2 / 0.8 / 0.9.
-void Configure(CZxAutoExposure& ae)
-{
-    ae.m_cameraDesc[0] = Mode(1.0);
-    ae.m_cameraDesc[1] = Mode(4.0);
-    ae.m_cameraDesc[2] = Mode(16.0);
-    ae.m_uiCameraDescCount = 3;
-    ae.m_setting1 = SZxAESetting{10.0, 100.0, 1.0, 1.0, 0.2, 0.8, 0.9};
-    ae.m_setting2 = SZxAESetting{10.0, 50.0, 1.0, 1.0, 0.5, 0.5, 0.5};
-    ae.m_quantil.m_uiPixels = 3;
-}
 
 struct Result {
     double gain = 0, factor = 0, exposure = 0, requested = 0;
 };
 
 Result Binning(Engine& ae, unsigned flags, double exposure, double white, double overflow, bool clipped = false,
-               unsigned mode = 0, unsigned target = 0)
+               unsigned mode = 0, unsigned target = 0, double factor = 1.0)
 {
     Result r;
-    r.requested = ae.ComputeBinningAE(&r.gain, &r.factor, &r.exposure, flags, 1.0, 0.0, mode, 1.0, exposure, white,
+    r.requested = ae.ComputeBinningAE(&r.gain, &r.factor, &r.exposure, flags, 1.0, 0.0, mode, factor, exposure, white,
                                       overflow, ae.m_setting1, target, 1.0, clipped);
     return r;
 }
@@ -72,8 +29,6 @@ TEST(AEStatistics, QuantileWhiteBlackAndOverflowOnAHandMadeHistogram)
     EXPECT_EQ(0u, ae.ComputeQuantilPixels(0));
     ae.m_quantil = SZxAEQuantil{false, 0.0, 500};
     EXPECT_EQ(100u, ae.ComputeQuantilPixels(100));  // cut to the pixel count
-    ae.m_quantil.m_uiPixels = 0;
-    EXPECT_EQ(1u, ae.ComputeQuantilPixels(100));
 
     std::vector<unsigned> bins(256, 0);
     bins[255] = 1;
@@ -81,16 +36,13 @@ TEST(AEStatistics, QuantileWhiteBlackAndOverflowOnAHandMadeHistogram)
     bins[100] = 10;
     ae.m_quantil.m_uiPixels = 3;
     EXPECT_DOUBLE_EQ(200.0 / 255, ae.ComputeWhiteSignal(bins.data(), 16, 256, 1));
-    EXPECT_DOUBLE_EQ(200.0 / 254, ae.ComputeWhiteSignal(bins.data(), 16, 256, 2));
     EXPECT_DOUBLE_EQ(100.0 / 196, ae.ComputeWhiteSignal(bins.data(), 16, 256, 60));
     ae.m_quantil.m_uiPixels = 2;
     EXPECT_DOUBLE_EQ(200.0 / 254, ae.ComputeWhiteSignal(bins.data(), 16, 256, 2));  // the top bin is skipped
     EXPECT_DOUBLE_EQ(100.0 / 255, ae.ComputeBlackSignal(bins.data(), 16, 256));
-
     // 255 x 0.79 = 201.45 leaves only the top bin; 254 x 0.79 = 200.66 takes bin 200 too.
     EXPECT_DOUBLE_EQ(1.0 / 16, ae.ComputeOverflow(bins.data(), 16, 256, 0.79, 1));
     EXPECT_DOUBLE_EQ(6.0 / 16, ae.ComputeOverflow(bins.data(), 16, 256, 0.79, 2));
-    EXPECT_DOUBLE_EQ(0.0, ae.ComputeOverflow(bins.data(), 16, 256, 1.5, 1));
     // Excluded counts that would start the walk outside the bins stay inside them.
     EXPECT_DOUBLE_EQ(200.0 / 255, ae.ComputeWhiteSignal(bins.data(), 16, 256, -5));
     EXPECT_DOUBLE_EQ(0.0, ae.ComputeWhiteSignal(bins.data(), 16, 256, 1000));
@@ -107,11 +59,8 @@ TEST(AEDisplayGainOffset, LimitsAndExposureGood)
     EXPECT_DOUBLE_EQ(-0.1, ae.ComputeAutoOffset(0.3, -0.1, 0.1));
     EXPECT_DOUBLE_EQ(0.1, ae.ComputeAutoOffset(-0.5, -0.1, 0.1));
 
-    EXPECT_TRUE(ae.ComputeAutoDisplay(0.5, 0.0, 10, 1, 1.0, 0.9, false));
-    EXPECT_FALSE(ae.ComputeAutoDisplay(0.8, 0.0, 10, 1, 1.0, 0.9, true));  // needs above 0.81
-    EXPECT_TRUE(ae.ComputeAutoDisplay(0.82, 0.0, 10, 1, 1.0, 0.9, true));
+    EXPECT_FALSE(ae.ComputeAutoDisplay(0.8, 0.0, 10, 1, 1.0, 0.9, true));  // strict needs above 0.81
     EXPECT_FALSE(ae.ComputeAutoDisplay(1.0, 0.0, 5, 1, 1.0, 0.9, true));  // saturated at the shortest exposures
-    EXPECT_TRUE(ae.ComputeAutoDisplay(1.0, 0.0, 5, 1, 1.0, 0.9, false));
     EXPECT_TRUE(ae.ComputeAutoDisplay(1.0, 0.04, 6, 1, 1.0, 0.9, true));
     EXPECT_FALSE(ae.ComputeAutoDisplay(1.0, 0.06, 6, 1, 1.0, 0.9, false));
 }
@@ -119,21 +68,14 @@ TEST(AEDisplayGainOffset, LimitsAndExposureGood)
 TEST(AEBinning, SaturatedStepsByOverflowAndClipping)
 {
     Engine ae;
-    Configure(ae);
     const unsigned f = ZX_AE_EXPOSURE;
     EXPECT_DOUBLE_EQ(6.25, Binning(ae, f, 100, 1.0, 0.6).exposure);
     EXPECT_DOUBLE_EQ(25.0, Binning(ae, f, 100, 1.0, 0.6, true).exposure);
-    EXPECT_DOUBLE_EQ(50.0, Binning(ae, f, 100, 1.0, 0.3, true).exposure);
-    EXPECT_DOUBLE_EQ(98.0, Binning(ae, f, 100, 1.0, 0.1, true).exposure);
-    EXPECT_DOUBLE_EQ(50.0, Binning(ae, f, 100, 1.0, 0.005).exposure);
+    EXPECT_DOUBLE_EQ(98.0, Binning(ae, f, 100, 1.0, 0.1, true).exposure);  // 1 - 0.1 x 4 x 0.05
     EXPECT_DOUBLE_EQ(25.0, Binning(ae, f, 100, 1.0, 0.2).exposure);
-    EXPECT_DOUBLE_EQ(12.5, Binning(ae, f, 100, 1.0, 0.49).exposure);
-    // Measured in mode 1 (sensitivity 4) for mode 0: 0.0625 x 4.
-    EXPECT_DOUBLE_EQ(25.0, Binning(ae, f, 100, 1.0, 0.6, false, 1, 0).exposure);
+    EXPECT_DOUBLE_EQ(25.0, Binning(ae, f, 100, 1.0, 0.6, false, 1, 0).exposure);  // mode 1 for mode 0: x 4
     // With the factor, the step lowers the factor first, down to 1.
-    Result r;
-    ae.ComputeBinningAE(&r.gain, &r.factor, &r.exposure, f | ZX_AE_FACTOR, 1.0, 0.0, 0, 4.0, 100, 1.0, 0.6,
-                        ae.m_setting1, 0, 1.0, false);
+    const Result r = Binning(ae, f | ZX_AE_FACTOR, 100, 1.0, 0.6, false, 0, 0, 4.0);
     EXPECT_DOUBLE_EQ(1.0, r.factor);
     EXPECT_DOUBLE_EQ(25.0, r.exposure);
     EXPECT_FALSE(ae.m_bDark);
@@ -142,29 +84,24 @@ TEST(AEBinning, SaturatedStepsByOverflowAndClipping)
 TEST(AEBinning, DarkFrameBoostsByThirtyTwoTimesTheSensitivityRatio)
 {
     Engine ae;
-    Configure(ae);
     Result r = Binning(ae, ZX_AE_EXPOSURE, 1.0, 0.0, 0.0);
     EXPECT_TRUE(ae.m_bDark);
     EXPECT_DOUBLE_EQ(32.0, r.exposure);
-    EXPECT_DOUBLE_EQ(1.0, r.gain);
-    r = Binning(ae, ZX_AE_EXPOSURE, 1.0, 0.0, 0.0, false, 0, 1);
-    EXPECT_DOUBLE_EQ(8.0, r.exposure);  // 32 x 1/4
+    EXPECT_DOUBLE_EQ(8.0, Binning(ae, ZX_AE_EXPOSURE, 1.0, 0.0, 0.0, false, 0, 1).exposure);  // 32 x 1/4
     r = Binning(ae, ZX_AE_EXPOSURE, 10.0, 0.0, 0.0);
     EXPECT_DOUBLE_EQ(320.0, r.requested);
     EXPECT_DOUBLE_EQ(100.0, r.exposure);  // the setting's maximum
     // The factor takes the boost first, up to its maximum of 8; exposure the rest.
-    ae.ComputeBinningAE(&r.gain, &r.factor, &r.exposure, ZX_AE_EXPOSURE | ZX_AE_FACTOR, 1.0, 0.0, 0, 1.0, 1.0, 0.0,
-                        0.0, ae.m_setting1, 0, 1.0, false);
+    r = Binning(ae, ZX_AE_EXPOSURE | ZX_AE_FACTOR, 1.0, 0.0, 0.0);
     EXPECT_DOUBLE_EQ(8.0, r.factor);
     EXPECT_DOUBLE_EQ(4.0, r.exposure);
     Binning(ae, ZX_AE_EXPOSURE, 1.0, 0.5, 0.0);
     EXPECT_FALSE(ae.m_bDark);
 }
 
-TEST(AEBinning, NoiseOptimalSplitAboveTheKnee)
+TEST(AEBinning, NoiseOptimalSplitAboveTheKneeAndTheFactorAtTheLimit)
 {
     Engine ae;
-    Configure(ae);
     ae.m_cameraDesc[0].m_dExposureKnee = 2.0;
     // white 0.1 at exposure 1 (k = 0.1), a = b = 1, level 0: q = 0.2, c = 0.2, h = 0.4,
     // r = sqrt(0.16 + 0.64), x1 = (r - h) / 0.4 = 1.2361, ee = 2 x 2.2361 = 4.472,
@@ -179,18 +116,12 @@ TEST(AEBinning, NoiseOptimalSplitAboveTheKnee)
     // A split gain of 2.236 above the maximum gain 2 sets the exposure to (1/2) / 0.1.
     ae.m_setting1.m_dMaxGain = 2.0;
     EXPECT_DOUBLE_EQ(5.0, Binning(ae, ZX_AE_EXPOSURE, 1.0, 0.1, 0.0).exposure);
-}
 
-TEST(AEBinning, FactorMakesUpForTheExposureLimit)
-{
-    Engine ae;
-    Configure(ae);
-    ae.m_setting1.m_dMaxExposure = 4.0;
     // e2 = 0.8 / 0.1 = 8 is cut to 4, so u = 0.4; the factor sqrt(1 / u) = 1.581
     // lies within [1, 0.8 / u = 2]; the gain tops the white up to full scale.
-    Result r;
-    ae.ComputeBinningAE(&r.gain, &r.factor, &r.exposure, ZX_AE_EXPOSURE | ZX_AE_FACTOR, 1.0, 0.0, 0, 1.0, 1.0, 0.1,
-                        0.0, ae.m_setting1, 0, 1.0, false);
+    Engine limited;
+    limited.m_setting1.m_dMaxExposure = 4.0;
+    r = Binning(limited, ZX_AE_EXPOSURE | ZX_AE_FACTOR, 1.0, 0.1, 0.0);
     EXPECT_DOUBLE_EQ(4.0, r.exposure);
     EXPECT_NEAR(std::sqrt(2.5), r.factor, 1e-12);
     EXPECT_NEAR(std::sqrt(2.5), r.gain, 1e-12);
@@ -214,6 +145,7 @@ struct ScriptedSearch : Engine {
     }
     unsigned Search(unsigned start, double* exposure = nullptr)
     {
+        asked.clear();
         unsigned mode = 99;
         ComputeAutoExposure(&mode, nullptr, exposure, nullptr, ZX_AE_MODESEARCH, 1.0, 0.0, start, 1.0, 1.0, 0.5,
                             0.0, m_setting1, 0, 1.0, false);
@@ -224,24 +156,19 @@ struct ScriptedSearch : Engine {
 TEST(AEModeSearch, MovesUpDownAndBackAfterAnOvershootWithinTheModes)
 {
     ScriptedSearch s;
-    Configure(s);
-    // Needs more than 1.1 x the maximum exposure (100) in modes 0 and 1, and mode 2 is the last.
+    // More than 1.1 x the maximum exposure (100) in every mode: up to the last mode.
     s.requested[0] = 300;
-    s.requested[1] = 150;
-    s.requested[2] = 150;
+    s.requested[1] = s.requested[2] = 150;
     EXPECT_EQ(2u, s.Search(0));
     EXPECT_EQ((std::vector<unsigned>{0, 1, 2}), s.asked);
 
     // Below 0.9 x maximum with a product under the lower bound: down to mode 0 and no further.
-    s.asked.clear();
     s.requested[0] = s.requested[1] = s.requested[2] = 10;
     s.product[0] = s.product[1] = s.product[2] = 1.0;
     EXPECT_EQ(0u, s.Search(2));
     EXPECT_EQ((std::vector<unsigned>{2, 1, 0}), s.asked);
 
-    // Down from 2 overshoots in mode 1 (needs too long an exposure): mode 2 again,
-    // but with the values evaluated for mode 1.
-    s.asked.clear();
+    // Down from 2 overshoots in mode 1: mode 2 again, with the values evaluated for mode 1.
     s.requested[1] = 200;
     s.product[1] = 1.8;
     double exposure = 0;
@@ -249,19 +176,16 @@ TEST(AEModeSearch, MovesUpDownAndBackAfterAnOvershootWithinTheModes)
     EXPECT_EQ((std::vector<unsigned>{2, 1}), s.asked);
     EXPECT_DOUBLE_EQ(11.0, exposure);
 
-    // A total gain above the upper bound moves up too; a start index past the
-    // descriptions starts at the last one.
-    s.asked.clear();
+    // A total gain above the upper bound moves up too; a start past the modes starts at the last.
     s.product[0] = 3.0;
     s.requested[0] = s.requested[1] = 10;
     s.product[1] = s.product[2] = 1.8;
     EXPECT_EQ(1u, s.Search(0));
-    s.asked.clear();
     EXPECT_EQ(2u, s.Search(7));
     EXPECT_EQ((std::vector<unsigned>{2}), s.asked);
 }
 
-// A frame histogram built by hand: `count` pixels in bin `bin` of 256.
+// `count` pixels in bin `bin` of 256.
 SZxAEHistogram MonoHisto(unsigned bin, unsigned count)
 {
     SZxAEHistogram h(8, true, false);
@@ -273,14 +197,13 @@ SZxAEHistogram MonoHisto(unsigned bin, unsigned count)
     return h;
 }
 
-struct BlindWhite : CZxAutoExposure {
+struct BlindWhite : Engine {
     double ComputeWhiteSignal(const unsigned*, unsigned, unsigned, int) override { return 0.0; }
 };
 
 TEST(AECompute, MonoUsesTheSelectedSettingAndOverriddenSteps)
 {
-    CZxAutoExposure ae;
-    Configure(ae);
+    Engine ae;
     SZxAEHistogram h = MonoHisto(51, 100);  // white 0.2 at exposure 1
     SZxAEFrameDesc frame;
     ae.ComputeAE(true, ZX_AE_EXPOSURE | ZX_AE_DISPLAYGAIN, frame, h);
@@ -293,7 +216,6 @@ TEST(AECompute, MonoUsesTheSelectedSettingAndOverriddenSteps)
     EXPECT_FALSE(frame.m_bExposureGood);
 
     BlindWhite blind;
-    Configure(blind);
     frame = SZxAEFrameDesc();
     blind.ComputeAE(true, ZX_AE_EXPOSURE, frame, h);
     EXPECT_TRUE(blind.m_bDark);
@@ -307,15 +229,14 @@ TEST(AECompute, BadInputIsReportedAndLeavesTheFrameAlone)
     SZxAEFrameDesc frame;
     frame.m_dExposure = 3.0;
     {
-        DiagCapture diag;
+        zxtest::DiagCapture diag;
         ae.ComputeAE(true, ZX_AE_EXPOSURE, frame, h);  // no descriptions
-        Configure(ae);
+        ae.m_uiCameraDescCount = 3;
         frame.m_uiCameraMode = 3;
         ae.ComputeAE(true, ZX_AE_EXPOSURE, frame, h);
         ae.ConvertAE(true, ZX_AE_EXPOSURE, frame, true, false);
         frame.m_uiCameraMode = 0;
         SZxAEHistogram colourless(8, true, false);
-        colourless.uiPixelCount = 10;
         ae.ComputeAE(true, ZX_AE_EXPOSURE, frame, colourless);
         EXPECT_EQ(1, diag.Count(L"m_uiCameraDescCount == 0 || m_uiCameraDescCount > kMaxCameraDescs"));
         EXPECT_EQ(2, diag.Count(L"frame.m_uiCameraMode >= m_uiCameraDescCount"));
