@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <utility>
+#include <vector>
 
 #include "imaging/histogram_kernels.h"
 #include "imaging/probe_region.h"
@@ -74,6 +75,21 @@ uint32_t SZxAEHistogram::AllocatedBins() const
 
 namespace {
 
+// The runs of the region; a whole frame of packed rows is one run.
+std::vector<zx::HistogramSpan> SpansOf(const SZxPicBuf& pb, const SZxGrabberProbe* probe, uint32_t* pixels)
+{
+    std::vector<zx::HistogramSpan> spans;
+    if (!probe) {
+        spans.push_back({0, 0, size_t(pb.uiWidth) * pb.uiHeight});
+        *pixels = pb.uiWidth * pb.uiHeight;
+        return spans;
+    }
+    *pixels = zx::ForEachProbeSpan(pb.uiWidth, pb.uiHeight, probe, [&](uint32_t y, uint32_t x0, uint32_t n) {
+        spans.push_back({y, x0, n});
+    });
+    return spans;
+}
+
 template <typename T>
 void CountRegion(SZxAEHistogram& h, const SZxPicBuf& pb, const SZxGrabberProbe* probe)
 {
@@ -81,6 +97,7 @@ void CountRegion(SZxAEHistogram& h, const SZxPicBuf& pb, const SZxGrabberProbe* 
     const uint32_t last = h.uiBinCount - 1;
     const size_t rowSamples = size_t(pb.uiWidth) * pb.uiComp;
     const zx::HistogramKernels<T>& k = zx::GetHistogramKernels<T>();
+    const std::vector<zx::HistogramSpan> spans = SpansOf(pb, probe, &h.uiPixelCount);
 
     if (pb.uiComp == 1) {
         // Only the whole-frame 16-bit path scales a deeper frame down; the probe
@@ -91,10 +108,7 @@ void CountRegion(SZxAEHistogram& h, const SZxPicBuf& pb, const SZxGrabberProbe* 
             shift = std::min<unsigned>(pb.uiBits - h.iMaxBits, 16);
         else if (h.pdwClipLimits)
             top = std::min(top, h.pdwClipLimits[0]);
-        uint32_t* bins = h.pdwHisto[0];
-        h.uiPixelCount = zx::ForEachProbeSpan(pb.uiWidth, pb.uiHeight, probe, [&](uint32_t y, uint32_t x0, uint32_t n) {
-            k.Mono(data + y * rowSamples + x0, n, bins, shift, top);
-        });
+        k.Mono(data, rowSamples, spans.data(), spans.size(), h.pdwHisto[0], shift, top);
         return;
     }
 
@@ -104,9 +118,7 @@ void CountRegion(SZxAEHistogram& h, const SZxPicBuf& pb, const SZxGrabberProbe* 
             tops[c] = std::min(last, h.pdwClipLimits[c]);
     // Memory order is blue, green, red; buffers are 1 = red, 2 = green, 3 = blue.
     uint32_t* const bins[3] = {h.pdwHisto[3], h.pdwHisto[2], h.pdwHisto[1]};
-    h.uiPixelCount = zx::ForEachProbeSpan(pb.uiWidth, pb.uiHeight, probe, [&](uint32_t y, uint32_t x0, uint32_t n) {
-        k.Colour(data + y * rowSamples + size_t(x0) * 3, n, bins, tops);
-    });
+    k.Colour(data, rowSamples, spans.data(), spans.size(), bins, tops);
 }
 
 } // namespace

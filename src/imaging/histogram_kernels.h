@@ -1,20 +1,31 @@
-// Per-span histogram counting kernels, chosen once per process.
+// Histogram counting kernels over a list of sample runs, one set per kernel level.
 #pragma once
+#include <cstddef>
 #include <cstdint>
 
 namespace zx {
 
-/// Counting kernels for one sample type. Every index is min(value, top) (mono:
-/// after the shift), so no kernel writes past bin `top`.
-template <typename T>
-struct HistogramKernels {
-    /// Counts n mono samples: bins[min(p[i] >> shift, top)]++.
-    void (*Mono)(const T* p, uint32_t n, uint32_t* bins, unsigned shift, uint32_t top);
-    /// Counts n interleaved 3-sample pixels: sample c goes to bins[c][min(v, tops[c])].
-    void (*Colour)(const T* p, uint32_t n, uint32_t* const bins[3], const uint32_t tops[3]);
+/// n samples (mono) or pixels (colour) from column x0 of row y.
+struct HistogramSpan {
+    uint32_t y;
+    uint32_t x0;
+    size_t n;
 };
 
-/// The kernels for this CPU (resolved on first use).
+/// Counting kernels for one sample type. Every index is min(value, top) (mono:
+/// after the shift), so no kernel writes past bin `top`. The bins are added to,
+/// not cleared.
+template <typename T>
+struct HistogramKernels {
+    /// bins[min(p >> shift, top)]++ for every sample of the spans.
+    void (*Mono)(const T* data, size_t rowSamples, const HistogramSpan* spans, size_t count, uint32_t* bins,
+                 unsigned shift, uint32_t top);
+    /// Interleaved 3-sample pixels: sample c goes to bins[c][min(v, tops[c])].
+    void (*Colour)(const T* data, size_t rowSamples, const HistogramSpan* spans, size_t count,
+                   uint32_t* const bins[3], const uint32_t tops[3]);
+};
+
+/// The kernels of the current level (see ZX_SetKernelLevel).
 template <typename T>
 const HistogramKernels<T>& GetHistogramKernels();
 

@@ -2,6 +2,7 @@
 
 #include "zx/histogram.h"
 #include "zx_frames.h"
+#include "zx_levels.h"
 #include "zx_test.h"
 #include "zxhost/system.h"
 
@@ -97,40 +98,60 @@ TEST(Histogram, MatchesPerPixelReferenceOnRandomFrames)
         {29, 19, 8, 3, 8}, {31, 13, 10, 3, 12}, {18, 27, 12, 3, 12}, {21, 22, 16, 3, 16},
         {40, 20, 12, 1, 8}, {25, 25, 16, 1, 10}, // deeper frame than histogram, mono
     };
-    uint32_t seed = 1;
-    for (const Case& c : cases) {
-        auto frame = zxtest::RandomFrame(c.w, c.h, c.bits, c.comp, seed++);
-        SZxPicBuf pb;
-        frame->GetPicBuf(&pb);
-        SZxAEHistogram h(c.maxBits, c.comp == 1, c.comp == 3);
-        ZX_ComputeHistogramAE(&h, frame.get(), nullptr);
-        EXPECT_EQ(h.bMono, c.comp == 1);
-        ExpectSame(h, Reference(pb, c.maxBits, nullptr, nullptr), "whole frame");
-        for (SZxGrabberProbe p : ProbesFor(c.w, c.h)) {
-            ZX_ComputeHistogramAE(&h, &pb, &p);
-            ExpectSame(h, Reference(pb, c.maxBits, &p, nullptr), p.uiType == 1 ? "rect" : "circle");
+    // Every kernel level the machine runs must count exactly as the reference.
+    zxtest::ForEachKernelLevel([&](int) {
+        uint32_t seed = 1;
+        for (const Case& c : cases) {
+            auto frame = zxtest::RandomFrame(c.w, c.h, c.bits, c.comp, seed++);
+            SZxPicBuf pb;
+            frame->GetPicBuf(&pb);
+            SZxAEHistogram h(c.maxBits, c.comp == 1, c.comp == 3);
+            ZX_ComputeHistogramAE(&h, frame.get(), nullptr);
+            EXPECT_EQ(h.bMono, c.comp == 1);
+            ExpectSame(h, Reference(pb, c.maxBits, nullptr, nullptr), "whole frame");
+            for (SZxGrabberProbe p : ProbesFor(c.w, c.h)) {
+                ZX_ComputeHistogramAE(&h, &pb, &p);
+                ExpectSame(h, Reference(pb, c.maxBits, &p, nullptr), p.uiType == 1 ? "rect" : "circle");
+            }
         }
-    }
+        // Samples above the stated depth, and flat frames that hit one counter in a row.
+        for (uint32_t comp : {1u, 3u}) {
+            auto frame = zxtest::RandomFrame(45, 7, 16, comp, 91);
+            SZxPicBuf pb;
+            frame->GetPicBuf(&pb);
+            pb.uiBits = 12;
+            SZxAEHistogram h(12, comp == 1, comp == 3);
+            ZX_ComputeHistogramAE(&h, &pb, nullptr);
+            ExpectSame(h, Reference(pb, 12, nullptr, nullptr), "garbage above the depth");
+            CZxGrabberSample01 flat(33, 5, 8, comp);
+            std::fill_n(static_cast<uint8_t*>(flat.GetDataPtr()), 33 * 5 * comp, uint8_t(200));
+            flat.GetPicBuf(&pb);
+            ZX_ComputeHistogramAE(&h, &pb, nullptr);
+            ExpectSame(h, Reference(pb, 12, nullptr, nullptr), "flat");
+        }
+    });
 }
 
 TEST(Histogram, ClipLimitsCapEachComponentExceptOnTheScaledWholeFramePath)
 {
-    for (uint32_t comp : {1u, 3u}) {
-        for (uint32_t bits : {8u, 12u}) {
-            auto frame = zxtest::RandomFrame(30, 20, bits, comp, 77 + bits);
-            SZxPicBuf pb;
-            frame->GetPicBuf(&pb);
-            SZxAEHistogram h(int(bits), comp == 1, comp == 3);
-            h.pdwClipLimits = static_cast<uint32_t*>(CZxAlloc::Alloc(3 * sizeof(uint32_t)));
-            const uint32_t clip[3] = {(1u << bits) / 2, (1u << bits) / 4, 10};
-            std::copy(clip, clip + 3, h.pdwClipLimits);
-            ZX_ComputeHistogramAE(&h, &pb, nullptr);
-            ExpectSame(h, Reference(pb, int(bits), nullptr, clip), "clipped whole frame");
-            SZxGrabberProbe circle = SZxGrabberProbe::Circle(15, 10, 8);
-            ZX_ComputeHistogramAE(&h, &pb, &circle);
-            ExpectSame(h, Reference(pb, int(bits), &circle, clip), "clipped circle");
+    zxtest::ForEachKernelLevel([&](int) {
+        for (uint32_t comp : {1u, 3u}) {
+            for (uint32_t bits : {8u, 12u}) {
+                auto frame = zxtest::RandomFrame(30, 20, bits, comp, 77 + bits);
+                SZxPicBuf pb;
+                frame->GetPicBuf(&pb);
+                SZxAEHistogram h(int(bits), comp == 1, comp == 3);
+                h.pdwClipLimits = static_cast<uint32_t*>(CZxAlloc::Alloc(3 * sizeof(uint32_t)));
+                const uint32_t clip[3] = {(1u << bits) / 2, (1u << bits) / 4, 10};
+                std::copy(clip, clip + 3, h.pdwClipLimits);
+                ZX_ComputeHistogramAE(&h, &pb, nullptr);
+                ExpectSame(h, Reference(pb, int(bits), nullptr, clip), "clipped whole frame");
+                SZxGrabberProbe circle = SZxGrabberProbe::Circle(15, 10, 8);
+                ZX_ComputeHistogramAE(&h, &pb, &circle);
+                ExpectSame(h, Reference(pb, int(bits), &circle, clip), "clipped circle");
+            }
         }
-    }
+    });
     // 16-bit mono deeper than the histogram: the shift wins over the clip.
     auto frame = zxtest::RandomFrame(16, 16, 12, 1, 5);
     SZxAEHistogram h(8, true, false);

@@ -1,6 +1,6 @@
 #include <vector>
 
-#include "pixel_levels.h"
+#include "zx_levels.h"
 #include "zx/binning.h"
 #include "zx_frames.h"
 #include "zx_test.h"

@@ -2,7 +2,7 @@
 #include <cstring>
 #include <vector>
 
-#include "pixel_levels.h"
+#include "zx_levels.h"
 #include "zx/lut.h"
 #include "zx_frames.h"
 #include "zx_test.h"
