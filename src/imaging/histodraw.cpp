@@ -134,6 +134,10 @@ bool CZxHistoDraw::Grow(uint32_t components, uint32_t levels)
         if (!GrowArray(m_pBinStore, oldCount, size_t(components + 1) * m_uiBins))
             return false;
         m_uiStoreComps = components;
+        // Re-aim the component pointers now: a later failure keeps the old
+        // histogram, which must not read the moved store.
+        for (uint32_t c = 0; c < m_uiCompCap; ++c)
+            m_ppCompBins[c] = c < m_uiStoreComps ? m_pBinStore + size_t(c + 1) * m_uiBins : nullptr;
     }
     if (components + 1 > m_uiRangeCap) {
         if (!GrowArray(m_pSourceRange, size_t(m_uiRangeCap) * 2, size_t(components + 1) * 2))
