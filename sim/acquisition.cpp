@@ -1,6 +1,7 @@
-// Frames of the simulated camera.
+// Frames of the simulated camera, from its sensor and the settings in use.
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "camera_internal.h"
 
@@ -8,32 +9,36 @@ CZxGrabberSample01* CZxSimCamera::Snap()
 {
     const int set = SetIndex(0);
     const SZxGrabberFormatValue f = CurrentFormat(set);
-    CZxRect area = f.m_rcRect;
+    const int32_t b = f.m_dBinning >= 4.0 ? 4 : (f.m_dBinning >= 2.0 ? 2 : 1);
+
+    m_sensor.SetMode(b == 4 ? 2u : (b == 2 ? 1u : 0u));
+    m_sensor.SetBits(f.m_uiBits);
+    m_sensor.SetOutput(f.m_uiComp == 3 ? EZxSimOutput::ColourBGR : EZxSimOutput::Mono);
+    m_sensor.SetExposure(NumberOf(L"Exposure", set));
+    m_sensor.SetAnalogFactor(NumberOf(L"Gain", set));
+    m_sensor.SetOffset(NumberOf(L"Offset", set) / 4095.0);   // offset counts in 12-bit steps
+
+    // The sensor sees the whole field; the format's area and the ROI cut it.
+    std::unique_ptr<CZxGrabberSample01> field = m_sensor.Capture();
+    uint32_t fw = 0, fh = 0, bits = 0, comp = 0;
+    field->GetPicBufNumbers(&fw, &fh, &bits, &comp);
+    CZxRect area = IntersectRect(f.m_rcRect, CZxRect(0, 0, int32_t(fw), int32_t(fh)));
     if (m_bROIEnabled && !m_rcROI.IsEmpty()) {
-        // The ROI is in sensor pixels; the frame is in the format's binned pixels.
-        const int32_t b = f.m_dBinning >= 1.0 ? static_cast<int32_t>(f.m_dBinning) : 1;
-        const CZxRect roi(m_rcROI.left / b, m_rcROI.top / b, m_rcROI.right / b, m_rcROI.bottom / b);
-        const CZxRect cut(std::max(area.left, roi.left), std::max(area.top, roi.top),
-                          std::min(area.right, roi.right), std::min(area.bottom, roi.bottom));
+        const CZxRect cut = IntersectRect(area, CZxRect(m_rcROI.left / b, m_rcROI.top / b, m_rcROI.right / b,
+                                                    m_rcROI.bottom / b));
         if (!cut.IsEmpty())
             area = cut;
     }
-    auto* sample = new CZxGrabberSample01(static_cast<uint32_t>(area.Width()), static_cast<uint32_t>(area.Height()),
-                                          f.m_uiBits, f.m_uiComp);
-    // A flat field whose level follows exposure, gain and offset.
-    const double full = double((1u << f.m_uiBits) - 1);
-    double level = NumberOf(L"Exposure", set) / 100.0 * NumberOf(L"Gain", set) * f.m_dBinning * f.m_dBinning * full +
-                   NumberOf(L"Offset", set) * full / 4095.0;
-    level = level > full ? full : (level < 0 ? 0 : level);
-    const uint32_t v = static_cast<uint32_t>(level);
-    SZxPicBuf pb;
-    sample->GetPicBuf(&pb);
-    const uint64_t n = pb.ui64DataSize / ZX_BytesPerSample(pb.uiBits);
-    if (pb.uiBits > 8)
-        for (uint64_t i = 0; i < n; ++i)
-            static_cast<uint16_t*>(pb.pData)[i] = static_cast<uint16_t>(v);
-    else if (pb.pData)
-        std::memset(pb.pData, static_cast<int>(v), n);
-    ++m_uiFrameCounter;
-    return sample;
+    if (area == CZxRect(0, 0, int32_t(fw), int32_t(fh)))
+        return field.release();
+
+    auto* frame = new CZxGrabberSample01(uint32_t(area.Width()), uint32_t(area.Height()), bits, comp);
+    const size_t px = size_t(comp) * ZX_BytesPerSample(bits);
+    const auto* src = static_cast<const uint8_t*>(field->GetDataPtr());
+    auto* dst = static_cast<uint8_t*>(frame->GetDataPtr());
+    if (src && dst)
+        for (int32_t y = area.top; y < area.bottom; ++y)
+            std::memcpy(dst + size_t(y - area.top) * area.Width() * px,
+                        src + (size_t(y) * fw + size_t(area.left)) * px, size_t(area.Width()) * px);
+    return frame;
 }

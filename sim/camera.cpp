@@ -31,21 +31,19 @@ std::wstring VariantText(const CZxVariant& v)
 
 std::wstring Num(long long n) { return CZxStringW::Formatted(L"%lld", n).Std(); }
 
-CZxRect Intersect(const CZxRect& a, const CZxRect& b)
-{
-    CZxRect r(std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-              std::min(a.bottom, b.bottom));
-    return r.IsEmpty() ? CZxRect() : r;
-}
-
 // The presets of the "ApplyExposurePreset" command, in milliseconds.
 const double kPresets[] = {0.1, 1.0, 10.0, 100.0, 1000.0};
 
 } // namespace
 
 CZxSimCamera::CZxSimCamera(const SZxGrabberCameraDesc& camera, int instance, CZxGenericProviderGrabber* grabber)
-    : m_camera(camera), m_instance(instance), m_pGrabber(grabber)
+    : m_camera(camera), m_instance(instance), m_pGrabber(grabber),
+      m_sensor(kSimSensorWidth, kSimSensorHeight, 1u + static_cast<uint32_t>(instance))
 {
+    // Binned pixels sum their sites: 2x2 collects four times the signal.
+    m_sensor.SetModes({{1, 1.0}, {2, 4.0}, {4, 16.0}});
+    m_sensor.SetSceneBrightness(0.006);   // the default live exposure fills about half the range
+    m_sensor.SetResponse(1.0, 0.8, 0.55);
     BuildProperties();
     BuildFormats();
     BuildCommands();
@@ -558,7 +556,7 @@ int CZxSimCamera::CameraSettingsSet_UNI_WRP(const SZxGrabberCameraSettings& sett
                     Log(L"  -> skipped " + v.m_wstrName.Std());
             }
     if (m & ZX_SETTINGS_ROI) {
-        m_rcROI = Intersect(settings.m_rcROI, CZxRect(0, 0, kSimSensorWidth, kSimSensorHeight));
+        m_rcROI = IntersectRect(settings.m_rcROI, CZxRect(0, 0, kSimSensorWidth, kSimSensorHeight));
         m_bROIEnabled = settings.m_bROIEnabled;
     }
     if (m & ZX_SETTINGS_FQSYNC)
@@ -646,7 +644,7 @@ int CZxSimCamera::ROISet(const CZxRect& rect)
         L")");
     if (!m_bROISupported)
         return ZX_E_NOTSUPPORTED;
-    m_rcROI = Intersect(rect, CZxRect(0, 0, kSimSensorWidth, kSimSensorHeight));
+    m_rcROI = IntersectRect(rect, CZxRect(0, 0, kSimSensorWidth, kSimSensorHeight));
     return ZX_OK;
 }
 

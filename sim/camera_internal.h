@@ -1,5 +1,6 @@
 // Records private to the simulated camera's two source files.
 #pragma once
+#include <algorithm>
 #include <map>
 #include <string>
 
@@ -8,6 +9,14 @@
 /// The simulated sensor's size; formats and ROIs are laid out on it.
 constexpr int32_t kSimSensorWidth = 2048;
 constexpr int32_t kSimSensorHeight = 1536;
+
+/// The common area of two rectangles; the empty rectangle when they do not meet.
+inline CZxRect IntersectRect(const CZxRect& a, const CZxRect& b)
+{
+    CZxRect r(std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+              std::min(a.bottom, b.bottom));
+    return r.IsEmpty() ? CZxRect() : r;
+}
 
 /// One row of the property table.
 struct CZxSimCamera::SProperty {

@@ -11,6 +11,7 @@
 
 #include "zxhost/picbuf.h"
 #include "zxhost/provider.h"
+#include "zxsim/sensor.h"
 
 /// Driver class name the simulated camera reports.
 #define ZXSIM_DRIVER_CLASS L"CZxGrabberDriverSim"
@@ -93,9 +94,12 @@ public:
     // ---- Driver side: what the grabber and the acquisition loop use
     /// Changes the camera this driver runs (its colour type sets the formats' components).
     void SetCamera(const SZxGrabberCameraDesc& camera);
-    /// Acquires one frame in the current set's format from the current settings.
-    /// The caller deletes it.
+    /// Acquires one frame of the set in use: its format (binning, bits, colour,
+    /// the sensor area) cut to the ROI when that is on, exposed with its
+    /// exposure, gain and offset. The caller deletes it.
     CZxGrabberSample01* Snap();
+    /// The sensor behind the camera, for the scene, noise and seed.
+    CZxSimSensor& Sensor() { return m_sensor; }
     /// Live view shows several cameras at once (the ROI commands are then off).
     void SetMultiView(bool on) { m_bMultiView = on; }
     void SetROISupported(bool on) { m_bROISupported = on; }
@@ -168,7 +172,7 @@ private:
 
     PFN_ZxGeneralCallback m_pfnCallback = nullptr;
     void* m_pCallbackContext = nullptr;
-    uint32_t m_uiFrameCounter = 0;
+    CZxSimSensor m_sensor;
 
     std::vector<std::wstring> m_log;
     std::map<std::wstring, int> m_failNext;
