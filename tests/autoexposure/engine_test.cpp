@@ -215,6 +215,12 @@ TEST(AECompute, MonoUsesTheSelectedSettingAndOverriddenSteps)
     EXPECT_DOUBLE_EQ(2.5, frame.m_dExposure);  // 0.5 / 0.2
     EXPECT_FALSE(frame.m_bExposureGood);
 
+    // Converting to setting 1: the white sat at setting 2's high target (0.5), so 0.8 / 0.5.
+    frame = SZxAEFrameDesc();
+    frame.m_dDisplayGain = 0.5;
+    ae.ConvertAE(true, ZX_AE_EXPOSURE, frame, true, false);
+    EXPECT_DOUBLE_EQ(1.6, frame.m_dExposure);
+
     BlindWhite blind;
     frame = SZxAEFrameDesc();
     blind.ComputeAE(true, ZX_AE_EXPOSURE, frame, h);
