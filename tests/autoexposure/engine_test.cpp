@@ -103,19 +103,19 @@ TEST(AEBinning, NoiseOptimalSplitAboveTheKneeAndTheFactorAtTheLimit)
 {
     Engine ae;
     ae.m_cameraDesc[0].m_dExposureKnee = 2.0;
-    // white 0.1 at exposure 1 (k = 0.1), a = b = 1, level 0: q = 0.2, c = 0.2, h = 0.4,
+    // white 0.2 at exposure 2 (0.1 per unit), a = b = 1, level 0: q = 0.2, c = 0.2, h = 0.4,
     // r = sqrt(0.16 + 0.64), x1 = (r - h) / 0.4 = 1.2361, ee = 2 x 2.2361 = 4.472,
     // inside [e1, e2] = [2, 8]; with a step of 0.5 rounded down to 4.0. Gain 1 / (4 x 0.1) = 2.5.
-    EXPECT_NEAR(4.4721, Binning(ae, ZX_AE_EXPOSURE, 1.0, 0.1, 0.0).exposure, 5e-4);
+    EXPECT_NEAR(4.4721, Binning(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0).exposure, 5e-4);
     ae.m_cameraDesc[0].m_dExposureStep = 0.5;
-    Result r = Binning(ae, ZX_AE_EXPOSURE, 1.0, 0.1, 0.0);
+    Result r = Binning(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0);
     EXPECT_DOUBLE_EQ(4.0, r.exposure);
     EXPECT_DOUBLE_EQ(2.5, r.gain);
     // Without the split the high target's exposure (0.9 / 0.1) is taken.
-    EXPECT_DOUBLE_EQ(9.0, Binning(ae, ZX_AE_EXPOSURE | ZX_AE_NOSPLIT, 1.0, 0.1, 0.0).exposure);
+    EXPECT_DOUBLE_EQ(9.0, Binning(ae, ZX_AE_EXPOSURE | ZX_AE_NOSPLIT, 2.0, 0.2, 0.0).exposure);
     // A split gain of 2.236 above the maximum gain 2 sets the exposure to (1/2) / 0.1.
     ae.m_setting1.m_dMaxGain = 2.0;
-    EXPECT_DOUBLE_EQ(5.0, Binning(ae, ZX_AE_EXPOSURE, 1.0, 0.1, 0.0).exposure);
+    EXPECT_DOUBLE_EQ(5.0, Binning(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0).exposure);
 
     // e2 = 0.8 / 0.1 = 8 is cut to 4, so u = 0.4; the factor sqrt(1 / u) = 1.581
     // lies within [1, 0.8 / u = 2]; the gain tops the white up to full scale.
