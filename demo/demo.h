@@ -3,3 +3,4 @@
 
 void DemoHistograms();
 void DemoAutoExposure();
+void DemoCamera();

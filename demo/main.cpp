@@ -6,5 +6,6 @@ int main()
 {
     DemoHistograms();
     DemoAutoExposure();
+    DemoCamera();
     return 0;
 }
