@@ -10,11 +10,15 @@
 
 namespace zxtest {
 
-/// One WM_IS_* notification as the dialog received it.
+/// One WM_IS_* notification as the dialog received it. The format a
+/// WM_IS_FORMATCHANGING points at lives only while the message is handled, so it
+/// is copied into `format` (hasFormat); equality compares the three parameters.
 struct Notification {
     UINT message;
     WPARAM wParam;
     LPARAM lParam;
+    bool hasFormat = false;
+    SZxGrabberFormatValue format;
     bool operator==(const Notification& o) const
     {
         return message == o.message && wParam == o.wParam && lParam == o.lParam;

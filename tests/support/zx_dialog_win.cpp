@@ -45,7 +45,12 @@ INT_PTR CALLBACK TestDialog::Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPa
     if (!self)
         return FALSE;
     if (msg >= WM_IS_FORMATCHANGING && msg <= WM_IS_COMMANDDONE) {
-        self->m_notes.push_back(Notification{msg, wParam, lParam});
+        Notification n{msg, wParam, lParam};
+        if (msg == WM_IS_FORMATCHANGING && lParam) {
+            n.hasFormat = true;
+            n.format = *reinterpret_cast<const SZxGrabberFormatValue*>(lParam);
+        }
+        self->m_notes.push_back(n);
         return TRUE;
     }
     if (msg == WM_COMMAND || msg == WM_HSCROLL || msg == WM_VSCROLL || msg == WM_CTLCOLORSTATIC)
