@@ -41,8 +41,11 @@ int32_t CZxISControlList::Add(CZxISControl* control, ZxHWnd* handles, int32_t co
         ++position;
     if (position == items.size())
         items.push_back(control);
+    // A missing item's null handle is not mapped: menu and accelerator commands
+    // carry lParam 0 and must not reach a control.
     for (int32_t i = 0; i < count; ++i)
-        m_pIndex->positions[HandleKey(handles[i])] = position;
+        if (handles[i])
+            m_pIndex->positions[HandleKey(handles[i])] = position;
     return ZX_OK;
 }
 

@@ -1,86 +1,79 @@
-// The control list's bookkeeping and routing; window handles are only keys here.
+// The control list's bookkeeping, routing and bulk operations; window handles
+// are only keys here.
 #include "recording_control.h"
 #include "zx_test.h"
+#include "zxsim/camera.h"
 
 namespace {
 typedef std::vector<std::string> Log;
+typedef CZxISControl C;
 
 ZxHWnd H(uintptr_t n) { return reinterpret_cast<ZxHWnd>(n); }
+ZxLParam From(uintptr_t n) { return static_cast<ZxLParam>(n); }
 
-const uint32_t kWmCommand = 0x0111, kWmHScroll = 0x0114, kWmVScroll = 0x0115, kWmCtlColorStatic = 0x0138;
-const uint32_t kWmSysCommand = 0x0112, kWmTimer = 0x0113;
-} // namespace
-
-TEST(ControlList, AddWithNullHandlesOrNoCountIsRefusedAndRegistersNothing)
+// Registers each control under the handle numbered by its place (1, 2, ...).
+void Register(CZxISControlList& list, std::initializer_list<CZxISControl*> controls)
 {
-    Log log;
-    RecordingControl a(log, "a", 1);
-    CZxISControlList list;
-    ZxHWnd h = H(0x100);
-    EXPECT_EQ(list.Add(&a, nullptr, 1), -9);
-    EXPECT_EQ(list.Add(&a, &h, 0), -9);
-    EXPECT_EQ(list.Add(&a, &h, -1), -9);
-    EXPECT_EQ(list.Add(nullptr, &h, 1), -9);
-    EXPECT_EQ(list.GetCount(), 0u);
-    EXPECT_EQ(list._FindControl(h, ~0u), nullptr);
+    uintptr_t n = 0;
+    for (CZxISControl* c : controls) {
+        ZxHWnd h = H(++n);
+        ASSERT_EQ(list.Add(c, &h, 1), 0);
+    }
 }
 
-TEST(ControlList, OneControlUnderTwoHandlesKeepsOneEntry)
+double ValueOf(CZxSimCamera& cam, uint32_t mode, const wchar_t* name)
+{
+    SZxGrabberPropertyValue v(name);
+    cam.PropGetSingle_WRP(mode, v);
+    return v.m_varValue.GetDouble();
+}
+} // namespace
+
+TEST(ControlList, AddRefusesBadArgumentsAndKeepsOneEntryPerControl)
 {
     Log log;
     RecordingControl spin(log, "spin", 1);
     CZxISControlList list;
     ZxHWnd edit = H(0x10), updown = H(0x20);
+    EXPECT_EQ(list.Add(&spin, nullptr, 1), -9);
+    EXPECT_EQ(list.Add(&spin, &edit, 0), -9);
+    EXPECT_EQ(list.Add(nullptr, &edit, 1), -9);
+    EXPECT_EQ(list.GetCount(), 0u);
+    EXPECT_EQ(list._FindControl(edit, ~0u), nullptr);
+
     ASSERT_EQ(list.Add(&spin, &edit, 1), 0);
     ASSERT_EQ(list.Add(&spin, &updown, 1), 0);
     EXPECT_EQ(list.GetCount(), 1u);
     EXPECT_EQ(list._FindControl(edit, ~0u), &spin);
     EXPECT_EQ(list._FindControl(updown, ~0u), &spin);
-    EXPECT_EQ(list._FindControl(H(0x30), ~0u), nullptr);
+    ZxHWnd missing = nullptr; // an item the dialog lacks: a menu command (lParam 0) must not reach it
+    EXPECT_EQ(list.Add(&spin, &missing, 1), 0);
+    EXPECT_FALSE(list.DlgProcHookMany(nullptr, 0x0111, 0, 0, nullptr, nullptr, ~0u));
 }
 
 TEST(ControlList, RemovingFirstOfThreeKeepsOthersReachableByHandle)
 {
     Log log;
-    RecordingControl a(log, "a", 1), b(log, "b", 1), c(log, "c", 1);
-    CZxISControlList list;
-    ZxHWnd ha[2] = {H(1), H(2)}, hb = H(3), hc[2] = {H(4), H(5)};
-    list.Add(&a, ha, 2);
-    list.Add(&b, &hb, 1);
-    list.Add(&c, hc, 2);
-    EXPECT_EQ(list.Remove(&a), 0);
-    EXPECT_EQ(list.GetCount(), 2u);
-    EXPECT_EQ(list._FindControl(H(1), ~0u), nullptr);
-    EXPECT_EQ(list._FindControl(H(2), ~0u), nullptr);
-    EXPECT_EQ(list._FindControl(H(3), ~0u), &b);
-    EXPECT_EQ(list._FindControl(H(4), ~0u), &c);
-    EXPECT_EQ(list._FindControl(H(5), ~0u), &c);
-    EXPECT_EQ(list.Remove(&a), 0); // no longer there: harmless
-    EXPECT_TRUE(log.empty()) << "removing must not detach";
-}
-
-TEST(ControlList, RemoveManyTakesTheGroupInOrderAndRepairsTheIndex)
-{
-    Log log;
     RecordingControl a(log, "a", 1), b(log, "b", 2), c(log, "c", 3), d(log, "d", 2);
     CZxISControlList list;
-    ZxHWnd h[4] = {H(1), H(2), H(3), H(4)};
-    list.Add(&a, &h[0], 1);
-    list.Add(&b, &h[1], 1);
-    list.Add(&c, &h[2], 1);
-    list.Add(&d, &h[3], 1);
-    CZxISControl* removed[4] = {};
-    uint32_t count = 99;
-    EXPECT_EQ(list.RemoveMany(2, removed, &count), 0);
-    ASSERT_EQ(count, 3u);
-    EXPECT_EQ(removed[0], &b);
-    EXPECT_EQ(removed[1], &c);
-    EXPECT_EQ(removed[2], &d);
-    EXPECT_EQ(list.GetCount(), 1u);
-    EXPECT_EQ(list._FindControl(H(1), ~0u), &a);
-    EXPECT_EQ(list._FindControl(H(4), ~0u), nullptr);
-    EXPECT_EQ(list.RemoveMany(1, nullptr, nullptr), 0);
+    ZxHWnd extra = H(9);
+    Register(list, {&a, &b, &c, &d});
+    list.Add(&a, &extra, 1);
+    EXPECT_EQ(list.Remove(&a), 0);
+    EXPECT_EQ(list._FindControl(H(1), ~0u), nullptr);
+    EXPECT_EQ(list._FindControl(extra, ~0u), nullptr);
+    EXPECT_EQ(list._FindControl(H(2), ~0u), &b);
+    EXPECT_EQ(list._FindControl(H(4), ~0u), &d);
+
+    CZxISControl* removed[3] = {};
+    uint32_t count = 0;
+    EXPECT_EQ(list.RemoveMany(1, removed, &count), 0);
+    ASSERT_EQ(count, 1u);
+    EXPECT_EQ(removed[0], &c);
+    EXPECT_EQ(list._FindControl(H(4), ~0u), &d);
+    EXPECT_EQ(list.RemoveMany(2, nullptr, nullptr), 0);
     EXPECT_EQ(list.GetCount(), 0u);
+    EXPECT_TRUE(log.empty()) << "removing must not detach";
 }
 
 TEST(ControlList, RoutesOnlyTheFourControlMessagesBySenderAndMask)
@@ -88,30 +81,23 @@ TEST(ControlList, RoutesOnlyTheFourControlMessagesBySenderAndMask)
     Log log;
     RecordingControl a(log, "a", 0x1), b(log, "b", 0x6);
     CZxISControlList list;
-    ZxHWnd ha = H(0x40), hb = H(0x50);
-    list.Add(&a, &ha, 1);
-    list.Add(&b, &hb, 1);
-
-    for (uint32_t msg : {kWmCommand, kWmHScroll, kWmVScroll, kWmCtlColorStatic}) {
+    Register(list, {&a, &b});
+    for (uint32_t msg : {0x0111u, 0x0114u, 0x0115u, 0x0138u}) { // command, h/v scroll, static colour
         CZxISControl* found = nullptr;
         ZxLResult result = 0;
-        EXPECT_TRUE(list.DlgProcHookMany(nullptr, msg, 0, reinterpret_cast<ZxLParam>(hb), &result, &found, 0x4));
+        EXPECT_TRUE(list.DlgProcHookMany(nullptr, msg, 0, From(2), &result, &found, 0x4));
         EXPECT_EQ(found, &b);
         EXPECT_EQ(result, 77);
     }
-    // The hook alone decides whether the message counts as handled.
-    b.m_handles = false;
-    CZxISControl* found = nullptr;
-    EXPECT_FALSE(list.DlgProcHookMany(nullptr, kWmCommand, 0, reinterpret_cast<ZxLParam>(hb), nullptr, &found, ~0u));
-    EXPECT_EQ(found, &b);
+    b.m_handles = false; // the hook alone decides whether it handled the message
+    EXPECT_FALSE(list.DlgProcHookMany(nullptr, 0x0111, 0, From(2), nullptr, nullptr, ~0u));
     log.clear();
 
     CZxISControl* untouched = &b;
-    const ZxLParam fromA = reinterpret_cast<ZxLParam>(ha);
-    EXPECT_FALSE(list.DlgProcHookMany(nullptr, kWmCommand, 0, fromA, nullptr, &untouched, 0x6)); // outside mask
-    EXPECT_FALSE(list.DlgProcHookMany(nullptr, kWmSysCommand, 0, fromA, nullptr, &untouched, ~0u));
-    EXPECT_FALSE(list.DlgProcHookMany(nullptr, kWmTimer, 0, fromA, nullptr, &untouched, ~0u));
-    EXPECT_FALSE(list.DlgProcHookMany(nullptr, kWmCommand, 0, 0x999, nullptr, &untouched, ~0u)); // unknown sender
+    EXPECT_FALSE(list.DlgProcHookMany(nullptr, 0x0111, 0, From(1), nullptr, &untouched, 0x6)); // outside mask
+    EXPECT_FALSE(list.DlgProcHookMany(nullptr, 0x0112, 0, From(1), nullptr, &untouched, ~0u)); // WM_SYSCOMMAND
+    EXPECT_FALSE(list.DlgProcHookMany(nullptr, 0x0113, 0, From(1), nullptr, &untouched, ~0u)); // WM_TIMER
+    EXPECT_FALSE(list.DlgProcHookMany(nullptr, 0x0111, 0, From(7), nullptr, &untouched, ~0u)); // unknown sender
     EXPECT_EQ(untouched, &b);
     EXPECT_TRUE(log.empty());
 }
@@ -121,15 +107,8 @@ TEST(ControlList, BulkOperationsTouchExactlyTheGroupInRegistrationOrder)
     Log log;
     RecordingControl a(log, "a", 0x1), b(log, "b", 0x2), c(log, "c", 0x3);
     CZxISControlList list;
-    ZxHWnd h[3] = {H(1), H(2), H(3)};
-    list.Add(&c, &h[2], 1);
-    list.Add(&a, &h[0], 1);
-    list.Add(&b, &h[1], 1);
-
-    EXPECT_EQ(list.ReinitAndUpdateMany(0x2), 0);
-    EXPECT_EQ(log, (Log{"c:Reinit", "c:UpdateState", "c:UpdateFromGeneric", "b:Reinit", "b:UpdateState",
-                        "b:UpdateFromGeneric"}));
-    log.clear();
+    Register(list, {&c, &a, &b});
+    list.ReinitAndUpdateMany(0x2);
     list.ReinitMany(0x1);
     list.UpdateFromGenericMany(0x1);
     list.UpdateStateMany(0x1);
@@ -138,34 +117,25 @@ TEST(ControlList, BulkOperationsTouchExactlyTheGroupInRegistrationOrder)
     list.ShowMany(true, 0x1);
     list.ChangeModeMany(2, 0x1);
     list.DetachMany(0x1);
-    EXPECT_EQ(log, (Log{"c:Reinit", "a:Reinit", "c:UpdateFromGeneric", "a:UpdateFromGeneric", "c:UpdateState",
-                        "a:UpdateState", "c:ResetToDefault", "a:ResetToDefault", "c:Enable0", "a:Enable0", "c:Show1",
-                        "a:Show1", "c:ChangeMode", "a:ChangeMode", "c:Detach", "a:Detach"}));
+    list.EnableMany(true, 0);
+    EXPECT_EQ(log, (Log{"c:Reinit", "c:UpdateState", "c:UpdateFromGeneric", "b:Reinit", "b:UpdateState",
+                        "b:UpdateFromGeneric", "c:Reinit", "a:Reinit", "c:UpdateFromGeneric", "a:UpdateFromGeneric",
+                        "c:UpdateState", "a:UpdateState", "c:ResetToDefault", "a:ResetToDefault", "c:Enable0",
+                        "a:Enable0", "c:Show1", "a:Show1", "c:ChangeMode", "a:ChangeMode", "c:Detach", "a:Detach"}));
     EXPECT_EQ(b.GetMode(), 1u);
     EXPECT_EQ(a.GetMode(), 2u);
-    log.clear();
-    list.EnableMany(true, 0);
-    EXPECT_TRUE(log.empty());
     EXPECT_EQ(list.Clear(), 0);
-    EXPECT_EQ(list.GetCount(), 0u);
-    EXPECT_EQ(list._FindControl(h[0], ~0u), nullptr);
+    EXPECT_EQ(list._FindControl(H(1), ~0u), nullptr);
 }
 
 TEST(ControlList, StateChangeRefreshesFormatControlsFirstThenPropertiesByName)
 {
     Log log;
-    RecordingControl fmt(log, "fmt", 0, CZxISControl::btFormat, L"");
-    RecordingControl gain(log, "gain", 1, CZxISControl::btProperty, L"Gain");
-    RecordingControl gain2(log, "gain2", 2, CZxISControl::btProperty, L"Gain");
-    RecordingControl exposure(log, "exp", 1, CZxISControl::btProperty, L"Exposure");
-    RecordingControl run(log, "run", 1, CZxISControl::btCommand, L"Gain");
+    RecordingControl fmt(log, "fmt", 0, C::btFormat, L""), gain(log, "gain", 1, C::btProperty, L"Gain"),
+        gain2(log, "gain2", 2, C::btProperty, L"Gain"), exposure(log, "exp", 1, C::btProperty, L"Exposure"),
+        run(log, "run", 1, C::btCommand, L"Gain");
     CZxISControlList list;
-    ZxHWnd h[5] = {H(1), H(2), H(3), H(4), H(5)};
-    list.Add(&gain, &h[0], 1);
-    list.Add(&fmt, &h[1], 1);
-    list.Add(&exposure, &h[2], 1);
-    list.Add(&run, &h[3], 1);
-    list.Add(&gain2, &h[4], 1);
+    Register(list, {&gain, &fmt, &exposure, &run, &gain2});
 
     SZxStateChangeInfo info;
     info.m_bFormatChanged = true;
@@ -177,12 +147,56 @@ TEST(ControlList, StateChangeRefreshesFormatControlsFirstThenPropertiesByName)
                         "gain:UpdateFromGeneric", "gain:UpdateState", "gain2:Reinit", "gain2:UpdateFromGeneric",
                         "gain2:UpdateState"}));
 
-    // Changed format values refresh format controls without rebuilding them; a
-    // value change alone is shown without Reinit.
-    log.clear();
+    log.clear(); // new format values and a new value alone rebuild nothing
     SZxStateChangeInfo values;
     values.m_bFormatValuesChanged = true;
     values.Add(L"Exposure", false, false, true);
     list.UpdateWithStateChangeInfo(values);
     EXPECT_EQ(log, (Log{"fmt:UpdateFromGeneric", "exp:UpdateFromGeneric", "exp:UpdateState"}));
+}
+
+TEST(ControlList, SetToGenericManyWritesTheGroupInOneCallSkippingRefusingControls)
+{
+    CZxSimCamera cam;
+    Log log;
+    RecordingControl gain(log, "gain", 1, C::btProperty, L"Gain"), busy(log, "busy", 1, C::btProperty, L"Offset"),
+        other(log, "other", 2, C::btProperty, L"Gamma"), command(log, "cmd", 1, C::btCommand, L"Offset");
+    gain.m_iGives = other.m_iGives = command.m_iGives = 0;
+    gain.m_varGives = 2.5;
+    other.m_varGives = command.m_varGives = 150;
+    busy.m_iGives = -10;
+    CZxISControlList list;
+    Register(list, {&gain, &busy, &other, &command});
+
+    // The list's mode is used, not the controls' (which are all fast).
+    EXPECT_EQ(list.SetToGenericMany(&cam, 2, 1), 0);
+    EXPECT_EQ(cam.CallCount(L"PropSet_WRP"), 1);
+    EXPECT_EQ(ValueOf(cam, 2, L"Gain"), 2.5);
+    EXPECT_EQ(ValueOf(cam, 2, L"Offset"), 0.0);
+    EXPECT_EQ(ValueOf(cam, 2, L"Gamma"), 100.0);
+    EXPECT_EQ(ValueOf(cam, 1, L"Gain"), 1.0);
+
+    cam.ClearCallLog(); // no property-bound control in the group: still one (empty) write
+    EXPECT_EQ(list.SetToGenericMany(&cam, 1, 0x100), 0);
+    EXPECT_EQ(cam.CallCount(L"PropSet_WRP"), 1);
+    cam.FailNext(L"PropSet_WRP", -2);
+    EXPECT_EQ(list.SetToGenericMany(&cam, 1, 1), -2);
+}
+
+TEST(ControlList, TimerRefreshesOnlyPropertiesThatChangeByThemselves)
+{
+    CZxSimCamera cam;
+    CZxVector_SZxGrabberPropertyValue autoOn;
+    autoOn.Add(SZxGrabberPropertyValue(L"AutoExposure", CZxVariant(true)));
+    ASSERT_EQ(cam.PropSet_WRP(1, autoOn, nullptr, false), 0);
+    Log log;
+    RecordingControl exposure(log, "exp", 0, C::btProperty, L"Exposure"), gain(log, "gain", 1, C::btProperty, L"Gain"),
+        sensor(log, "sensor", 1, C::btProperty, L"SensorTemperature"),
+        unknown(log, "unknown", 1, C::btProperty, L"NoSuchProperty");
+    CZxISControlList list;
+    Register(list, {&exposure, &gain, &sensor, &unknown});
+    for (RecordingControl* c : {&exposure, &gain, &sensor, &unknown})
+        c->Attach(nullptr, &cam, nullptr);
+    EXPECT_EQ(list.UpdateChangingPropsOnTimer(), 0);
+    EXPECT_EQ(log, (Log{"exp:UpdateFromGeneric", "sensor:UpdateFromGeneric"}));
 }

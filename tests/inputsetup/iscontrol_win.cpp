@@ -1,117 +1,167 @@
-// The control base on a real dialog: registration by item window, the window
-// calls behind Enable/Show, and the harness's input reaching a control.
+// The control base on a real dialog over the simulated camera: registration by
+// item window, the window calls behind Enable/Show/UpdateState, the
+// notifications around writes, and the harness's input reaching a control.
 #include <windows.h>
 
 #include <commctrl.h>
 #include "inputsetup_test_resource.h"
 #include "zx_dialog.h"
 #include "zx_test.h"
+#include "zxsim/camera.h"
 
+using zxtest::Notification;
 using zxtest::TestDialog;
+typedef CZxISControl C;
+typedef std::vector<Notification> Notes;
 
 namespace {
+Notification N(UINT msg, WPARAM wParam, const void* lParam)
+{
+    return Notification{msg, wParam, reinterpret_cast<LPARAM>(lParam)};
+}
+
 // Remembers every message its hook was given.
 class HookProbe : public CZxISControl {
 public:
     explicit HookProbe(int id) : CZxISControl(ctValueEditor, btProperty, L"Probe", 1, id, 1) {}
     bool DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wParam, ZxLParam lParam, ZxLResult* result) override
     {
-        seen.push_back(zxtest::Notification{message, wParam, lParam});
+        seen.push_back(Notification{message, wParam, lParam});
         *result = 0;
         return true;
     }
-    std::vector<zxtest::Notification> seen;
+    Notes seen;
 };
-
-LPARAM L(HWND h) { return reinterpret_cast<LPARAM>(h); }
 } // namespace
 
 TEST(ControlBase, AttachRegistersTheItemWindowOnlyWhenGivenAList)
 {
     TestDialog dlg(IDD_IS_TEST);
-    CZxISControl c(CZxISControl::ctCheck, CZxISControl::btProperty, L"Cooler", 1, IDC_IS_CHECK, 1);
-    CZxISControlList other;
+    C c(C::ctCheck, C::btProperty, L"Cooling", 1, IDC_IS_CHECK, 1);
     EXPECT_EQ(c.Attach(dlg.ZxHwnd(), nullptr, nullptr), 0);
-    EXPECT_EQ(c.GetDialog(), dlg.ZxHwnd());
-    EXPECT_EQ(other.GetCount(), 0u);
     EXPECT_EQ(dlg.List().GetCount(), 0u);
-
     EXPECT_EQ(dlg.Attach(c), 0);
     EXPECT_EQ(dlg.List()._FindControl(reinterpret_cast<ZxHWnd>(dlg.Item(IDC_IS_CHECK)), ~0u), &c);
     EXPECT_EQ(c.Detach(), 0);
     EXPECT_EQ(c.Detach(), 0);
     EXPECT_EQ(c.GetDialog(), nullptr);
-    EXPECT_EQ(c.GetProvider(), nullptr);
-    // Detaching leaves the registration to the host.
-    EXPECT_EQ(dlg.List().GetCount(), 1u);
-    // Detached, the window calls reach no item.
-    EXPECT_EQ(c.Enable(true), -11);
+    EXPECT_EQ(dlg.List().GetCount(), 1u) << "the host removes, not Detach";
+    EXPECT_EQ(c.Enable(true), -11) << "detached, no item is reached";
 }
 
 TEST(ControlBase, EnableAndShowMapThePreviousStateOfTheItem)
 {
     TestDialog dlg(IDD_IS_TEST);
-    CZxISControl c(CZxISControl::ctCombo, CZxISControl::btProperty, L"Mode", 1, IDC_IS_COMBO, 1);
+    C c(C::ctCombo, C::btProperty, L"TriggerMode", 1, IDC_IS_COMBO, 1);
     dlg.Attach(c);
     HWND item = dlg.Item(IDC_IS_COMBO);
-
-    // EnableWindow answers nonzero when the item was disabled before.
+    // EnableWindow answers nonzero when the item was disabled, ShowWindow when it was visible.
     EXPECT_EQ(c.Enable(false), -11);
     EXPECT_FALSE(IsWindowEnabled(item));
-    EXPECT_EQ(c.Enable(false), 0);
     EXPECT_EQ(c.Enable(true), 0);
     EXPECT_TRUE(IsWindowEnabled(item));
-
-    // ShowWindow answers nonzero when the item was visible before.
     EXPECT_EQ(c.Show(false), 0);
     EXPECT_FALSE(GetWindowLongPtrW(item, GWL_STYLE) & WS_VISIBLE);
-    EXPECT_EQ(c.Show(false), -11);
     EXPECT_EQ(c.Show(true), -11);
     EXPECT_TRUE(GetWindowLongPtrW(item, GWL_STYLE) & WS_VISIBLE);
 }
 
-TEST(DialogHarness, UserInputReachesTheControlAsWindowsReportsIt)
+TEST(ControlBase, UpdateStateEnablesOnlyAvailableWritableProperties)
+{
+    CZxSimCamera cam;
+    TestDialog dlg(IDD_IS_TEST, &cam);
+    C gain(C::ctValueEditor, C::btProperty, L"Gain", 1, IDC_IS_SCROLL, 1);
+    C sensor(C::ctTextDouble, C::btProperty, L"SensorTemperature", 1, IDC_IS_EDIT, 1);
+    C target(C::ctValueEditor, C::btProperty, L"Temperature", 1, IDC_IS_COMBO_EDIT, 1);
+    for (C* c : {&gain, &sensor, &target})
+        dlg.Attach(*c);
+    CZxVector_SZxGrabberPropertyValue coolingOff;
+    coolingOff.Add(SZxGrabberPropertyValue(L"Cooling", CZxVariant(false)));
+    ASSERT_EQ(cam.PropSet_WRP(1, coolingOff, nullptr, false), 0);
+    EnableWindow(dlg.Item(IDC_IS_SCROLL), FALSE);
+
+    EXPECT_EQ(gain.UpdateState(), 0); // available: enabled, and it was disabled
+    EXPECT_TRUE(IsWindowEnabled(dlg.Item(IDC_IS_SCROLL)));
+    sensor.UpdateState(); // available but read-only
+    EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_IS_EDIT)));
+    target.UpdateState(); // unavailable while the cooler is off
+    EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_IS_COMBO_EDIT)));
+    target.ChangeName(L"NoSuchProperty");
+    EnableWindow(dlg.Item(IDC_IS_COMBO_EDIT), TRUE);
+    target.UpdateState();
+    EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_IS_COMBO_EDIT))) << "an unreadable state disables";
+}
+
+TEST(ControlBase, WritesNotifyTheDialogInOrderWithTheirParameters)
+{
+    CZxSimCamera cam;
+    TestDialog dlg(IDD_IS_TEST, &cam);
+    C c(C::ctValueEditor, C::btProperty, L"Gain", 2, IDC_IS_SCROLL, 1);
+    dlg.Attach(c);
+    SZxGrabberPropertyValue gain(L"Gain", CZxVariant(3.0));
+    EXPECT_EQ(c._SetPropValue(gain), 0);
+    SZxGrabberPropertyValue back(L"Gain");
+    EXPECT_EQ(c._GetPropValue(back), 0);
+    EXPECT_EQ(back.m_varValue.GetDouble(), 3.0);
+
+    SZxStateChangeInfo info, quiet, announced;
+    SZxGrabberFormatValue format;
+    format.m_wstrName = L"2048 x 1536 (Extended Dynamic)";
+    EXPECT_EQ(c._SetFormatValueGetStateChange(format, info), 0);
+    EXPECT_TRUE(info.m_bFormatChanged);
+    SZxGrabberCommandValue snap(L"Snap");
+    EXPECT_EQ(c._CommandGetStateChange(snap, quiet, false), 0);
+    EXPECT_EQ(c._CommandGetStateChange(snap, announced, true), 0);
+    EXPECT_EQ(dlg.Notifications(),
+              (Notes{N(WM_IS_PROPERTYCHANGED, 0, nullptr), N(WM_IS_FORMATCHANGING, 2, &format),
+                     N(WM_IS_FORMATCHANGED, 2, nullptr), N(WM_IS_STATECHANGE, 0, &info), N(WM_IS_STATECHANGE, 0, &quiet),
+                     N(WM_IS_FORMATCHANGING, 2, nullptr), N(WM_IS_FORMATCHANGED, 2, nullptr),
+                     N(WM_IS_STATECHANGE, 0, &announced)}));
+}
+
+TEST(ControlBase, FormatAwareWriteAnnouncesTheNewFormatOnlyWhenTheSensorAreaChanges)
+{
+    CZxSimCamera cam;
+    TestDialog dlg(IDD_IS_TEST, &cam);
+    C radio(C::ctRadio, C::btProperty, L"SensorMode", 1, IDC_IS_RADIO1, 1);
+    dlg.Attach(radio);
+    SZxGrabberFormatValue before, after;
+    cam.FormatGet_WRP(1, before);
+
+    SZxGrabberPropertyValue full(L"SensorMode", CZxVariant(0)), half(L"SensorMode", CZxVariant(1));
+    SZxStateChangeInfo same, other, plain;
+    EXPECT_EQ(radio._SetPropValueGetStateChange(full, same, true), 0); // name and sensor area stay
+    EXPECT_EQ(radio._SetPropValueGetStateChange(half, other, true), 0); // same name, half the sensor
+    EXPECT_EQ(radio._SetPropValueGetStateChange(half, plain, false), 0);
+    const Notes& notes = dlg.Notifications();
+    ASSERT_EQ(notes.size(), 10u);
+    EXPECT_EQ(Notes(notes.begin(), notes.begin() + 4),
+              (Notes{N(WM_IS_FORMATCHANGING, 1, nullptr), N(WM_IS_FORMATCHANGED, 1, nullptr),
+                     N(WM_IS_PROPERTYCHANGED, 0, nullptr), N(WM_IS_STATECHANGE, 0, &same)}));
+    EXPECT_EQ(notes[4].message, static_cast<UINT>(WM_IS_FORMATCHANGING));
+    EXPECT_EQ(notes[4].wParam, 1u);
+    ASSERT_TRUE(notes[4].hasFormat);
+    cam.FormatGet_WRP(1, after);
+    EXPECT_EQ(notes[4].format, after);
+    EXPECT_EQ(after.m_wstrName, before.m_wstrName);
+    EXPECT_NE(after.m_rcRect, before.m_rcRect);
+    EXPECT_EQ(Notes(notes.begin() + 8, notes.end()),
+              (Notes{N(WM_IS_PROPERTYCHANGED, 0, nullptr), N(WM_IS_STATECHANGE, 0, &plain)}));
+}
+
+TEST(DialogHarness, SpinClickNotifiesTwiceWithThePositionClampedToTheRange)
 {
     TestDialog dlg(IDD_IS_TEST);
-    HookProbe push(IDC_IS_PUSH), combo(IDC_IS_COMBO), scroll(IDC_IS_SCROLL), track(IDC_IS_TRACK),
-        spin(IDC_IS_SPIN);
-    for (HookProbe* p : {&push, &combo, &scroll, &track, &spin})
-        dlg.Attach(*p);
-
-    EXPECT_TRUE(dlg.Click(IDC_IS_PUSH));
-    EXPECT_EQ(dlg.LastRouted(), &push);
-    ASSERT_EQ(push.seen.size(), 1u);
-    EXPECT_EQ(push.seen[0], (zxtest::Notification{WM_COMMAND, MAKEWPARAM(IDC_IS_PUSH, BN_CLICKED),
-                                                   L(dlg.Item(IDC_IS_PUSH))}));
-
-    HWND comboWnd = dlg.Item(IDC_IS_COMBO);
-    for (const wchar_t* s : {L"a", L"b", L"c"})
-        SendMessageW(comboWnd, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(s));
-    EXPECT_TRUE(dlg.SelectComboItem(IDC_IS_COMBO, 2));
-    EXPECT_EQ(SendMessageW(comboWnd, CB_GETCURSEL, 0, 0), 2);
-    ASSERT_EQ(combo.seen.size(), 1u);
-    EXPECT_EQ(combo.seen[0].wParam, MAKEWPARAM(IDC_IS_COMBO, CBN_SELCHANGE));
-
-    dlg.Scroll(IDC_IS_SCROLL, SB_PAGERIGHT);
-    dlg.Scroll(IDC_IS_TRACK, SB_THUMBTRACK, 7);
-    ASSERT_EQ(scroll.seen.size(), 1u);
-    EXPECT_EQ(scroll.seen[0], (zxtest::Notification{WM_HSCROLL, SB_PAGERIGHT, L(dlg.Item(IDC_IS_SCROLL))}));
-    ASSERT_EQ(track.seen.size(), 1u);
-    EXPECT_EQ(track.seen[0], (zxtest::Notification{WM_HSCROLL, MAKEWPARAM(SB_THUMBTRACK, 7), L(dlg.Item(IDC_IS_TRACK))}));
-
-    // An arrow click moves the up-down within its range and notifies twice.
-    SendMessageW(dlg.Item(IDC_IS_SPIN), UDM_SETRANGE32, 0, 5);
-    SendMessageW(dlg.Item(IDC_IS_SPIN), UDM_SETPOS32, 0, 4);
+    HookProbe spin(IDC_IS_SPIN);
+    dlg.Attach(spin);
+    const void* from = dlg.Item(IDC_IS_SPIN);
+    SendDlgItemMessageW(dlg.Hwnd(), IDC_IS_SPIN, UDM_SETRANGE32, 0, 5);
+    SendDlgItemMessageW(dlg.Hwnd(), IDC_IS_SPIN, UDM_SETPOS32, 0, 4);
     EXPECT_TRUE(dlg.SpinClick(IDC_IS_SPIN, 3));
-    EXPECT_EQ(SendMessageW(dlg.Item(IDC_IS_SPIN), UDM_GETPOS32, 0, 0), 5);
-    ASSERT_EQ(spin.seen.size(), 2u);
-    EXPECT_EQ(spin.seen[0].message, static_cast<UINT>(WM_VSCROLL));
-    EXPECT_EQ(spin.seen[0].wParam, MAKEWPARAM(SB_THUMBPOSITION, 5));
-    EXPECT_EQ(LOWORD(spin.seen[1].wParam), SB_ENDSCROLL);
-
-    // Items nobody registered stay with the dialog.
-    EXPECT_FALSE(dlg.Click(IDC_IS_PUSH_TEXT));
-    EXPECT_EQ(dlg.LastRouted(), nullptr);
+    EXPECT_EQ(dlg.LastRouted(), &spin);
+    EXPECT_EQ(spin.seen, (Notes{N(WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 5), from),
+                                N(WM_VSCROLL, MAKEWPARAM(SB_ENDSCROLL, 5), from)}));
+    EXPECT_FALSE(dlg.Click(IDC_IS_PUSH)) << "unregistered items stay with the dialog";
 }
 
 namespace {
@@ -130,12 +180,9 @@ TEST(DialogHarness, KeyPressPassesTheThreadKeyboardHookAndTheFocusedItem)
     HHOOK hook = SetWindowsHookExW(WH_KEYBOARD, &KeyHook, nullptr, GetCurrentThreadId());
     ASSERT_NE(hook, nullptr);
     g_hookedKeys.clear();
-    SetDlgItemTextW(dlg.Hwnd(), IDC_IS_EDIT, L"");
     dlg.Key(IDC_IS_EDIT, 'A');
     UnhookWindowsHookEx(hook);
-    EXPECT_EQ(GetFocus(), dlg.Item(IDC_IS_EDIT));
-    // Down and up both pass the hook.
-    EXPECT_EQ(g_hookedKeys, (std::vector<WPARAM>{'A', 'A'}));
+    EXPECT_EQ(g_hookedKeys, (std::vector<WPARAM>{'A', 'A'})); // down and up
     wchar_t text[8] = {};
     GetDlgItemTextW(dlg.Hwnd(), IDC_IS_EDIT, text, 8);
     EXPECT_STREQ(text, L"a");

@@ -25,6 +25,12 @@ public:
         return Note("ChangeMode");
     }
     int32_t Detach() override { return Note("Detach"); }
+    int32_t GetPropValForGeneric(SZxGrabberPropertyValue& value) override
+    {
+        if (m_iGives == 0)
+            value.m_varValue = m_varGives;
+        return m_iGives;
+    }
     bool DlgProcHook(ZxHWnd, uint32_t message, ZxWParam, ZxLParam, ZxLResult* result) override
     {
         Note("Hook");
@@ -33,7 +39,9 @@ public:
         return m_handles;
     }
 
-    bool m_handles = true; ///< what DlgProcHook answers
+    bool m_handles = true;     ///< what DlgProcHook answers
+    int32_t m_iGives = -2;     ///< what GetPropValForGeneric answers
+    CZxVariant m_varGives;     ///< the value it gives when it answers 0
 
 private:
     int32_t Note(const char* op)
