@@ -7,6 +7,7 @@
 
 CZxGrabberSample01* CZxSimCamera::Snap()
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     const int set = SetIndex(0);
     const SZxGrabberFormatValue f = CurrentFormat(set);
     const int32_t b = f.m_dBinning >= 4.0 ? 4 : (f.m_dBinning >= 2.0 ? 2 : 1);

@@ -73,6 +73,7 @@ void CZxSimCamera::Log(const std::wstring& line) { m_log.push_back(line); }
 
 int CZxSimCamera::CallCount(const wchar_t* operation) const
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     const std::wstring prefix = std::wstring(operation ? operation : L"") + L"(";
     return static_cast<int>(std::count_if(m_log.begin(), m_log.end(), [&](const std::wstring& l) {
         return l.compare(0, prefix.size(), prefix) == 0;
@@ -81,6 +82,7 @@ int CZxSimCamera::CallCount(const wchar_t* operation) const
 
 void CZxSimCamera::FailNext(const wchar_t* operation, int status)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     if (operation)
         m_failNext[operation] = status;
 }
@@ -156,6 +158,7 @@ void CZxSimCamera::Diff(const SSnapshot& before, SZxStateChangeInfo& info)
 
 int CZxSimCamera::PropGetDesc_WRP(uint32_t mode, const wchar_t* name, SZxGrabberPropertyDesc01& desc)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"PropGetDesc_WRP(" + Num(mode) + L", " + (name ? name : L"null") + L")");
     int status = 0;
     if (Failing(L"PropGetDesc_WRP", status))
@@ -170,6 +173,7 @@ int CZxSimCamera::PropGetDesc_WRP(uint32_t mode, const wchar_t* name, SZxGrabber
 
 int CZxSimCamera::PropGetSingle_WRP(uint32_t mode, SZxGrabberPropertyValue& value)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"PropGetSingle_WRP(" + Num(mode) + L", " + value.m_wstrName.Std() + L")");
     int status = 0;
     if (Failing(L"PropGetSingle_WRP", status))
@@ -189,6 +193,7 @@ int CZxSimCamera::PropGetSingle_WRP(uint32_t mode, SZxGrabberPropertyValue& valu
 
 int CZxSimCamera::PropGetDefaultSingle_WRP(uint32_t mode, SZxGrabberPropertyValue& value)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"PropGetDefaultSingle_WRP(" + Num(mode) + L", " + value.m_wstrName.Std() + L")");
     int status = 0;
     if (Failing(L"PropGetDefaultSingle_WRP", status))
@@ -202,6 +207,7 @@ int CZxSimCamera::PropGetDefaultSingle_WRP(uint32_t mode, SZxGrabberPropertyValu
 
 int CZxSimCamera::PropState_WRP(uint32_t mode, const SZxGrabberPropertyDesc01& desc, uint32_t& state)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"PropState_WRP(" + Num(mode) + L", " + desc.m_wstrName.Std() + L")");
     int status = 0;
     if (Failing(L"PropState_WRP", status))
@@ -216,6 +222,7 @@ int CZxSimCamera::PropState_WRP(uint32_t mode, const SZxGrabberPropertyDesc01& d
 int CZxSimCamera::PropSet_WRP(uint32_t mode, const CZxVector_SZxGrabberPropertyValue& values,
                               SZxStateChangeInfo* info, bool bCheckOnly)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     std::wstring line = L"PropSet_WRP(" + Num(mode);
     for (const auto& v : values)
         line += L", " + v.m_wstrName.Std() + L"=" + VariantText(v.m_varValue);
@@ -263,6 +270,7 @@ int CZxSimCamera::PropSet_WRP(uint32_t mode, const CZxVector_SZxGrabberPropertyV
 
 int CZxSimCamera::CommandGetDesc_WRP(const wchar_t* name, SZxGrabberCommandDesc01& desc)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(std::wstring(L"CommandGetDesc_WRP(") + (name ? name : L"null") + L")");
     int status = 0;
     if (Failing(L"CommandGetDesc_WRP", status))
@@ -279,6 +287,7 @@ int CZxSimCamera::CommandGetDesc_WRP(const wchar_t* name, SZxGrabberCommandDesc0
 int CZxSimCamera::Command_WRP(SZxGrabberCommandValue& value, bool bAsync, SZxStateChangeInfo* info,
                               bool bCheckOnly, CZxGrabberSample01** ppSample)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"Command_WRP(" + value.m_wstrName.Std() + L", " + VariantText(value.m_varValue) +
         (bAsync ? L", async" : L"") + (bCheckOnly ? L", check only" : L"") + L")");
     if (ppSample)
@@ -326,6 +335,7 @@ int CZxSimCamera::Command_WRP(SZxGrabberCommandValue& value, bool bAsync, SZxSta
 
 int CZxSimCamera::Command_Status_WRP(const wchar_t* name, double& progress, CZxStringW& text)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(std::wstring(L"Command_Status_WRP(") + (name ? name : L"null") + L")");
     int status = 0;
     if (Failing(L"Command_Status_WRP", status))
@@ -353,6 +363,7 @@ int CZxSimCamera::Command_Status_WRP(const wchar_t* name, double& progress, CZxS
 
 int CZxSimCamera::Command_Abort_WRP()
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"Command_Abort_WRP()");
     int status = 0;
     if (Failing(L"Command_Abort_WRP", status))
@@ -366,12 +377,14 @@ int CZxSimCamera::Command_Abort_WRP()
 
 void CZxSimCamera::SetGeneralCallback(PFN_ZxGeneralCallback callback, void* context)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     m_pfnCallback = callback;
     m_pCallbackContext = context;
 }
 
 int CZxSimCamera::FireGeneralCallback(int code, void* data)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"FireGeneralCallback(" + Num(code) + L")");
     return m_pfnCallback ? m_pfnCallback(m_pCallbackContext, code, data) : 0;
 }
@@ -380,6 +393,7 @@ int CZxSimCamera::FireGeneralCallback(int code, void* data)
 
 int CZxSimCamera::FormatNext_WRP(SZxGrabberFormatValue& format)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"FormatNext_WRP(" + format.m_wstrName.Std() + L")");
     int status = 0;
     if (Failing(L"FormatNext_WRP", status))
@@ -399,6 +413,7 @@ int CZxSimCamera::FormatNext_WRP(SZxGrabberFormatValue& format)
 
 int CZxSimCamera::FormatGet_WRP(uint32_t mode, SZxGrabberFormatValue& format)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"FormatGet_WRP(" + Num(mode) + L")");
     int status = 0;
     if (Failing(L"FormatGet_WRP", status))
@@ -410,6 +425,7 @@ int CZxSimCamera::FormatGet_WRP(uint32_t mode, SZxGrabberFormatValue& format)
 int CZxSimCamera::FormatSet_WRP(uint32_t mode, const SZxGrabberFormatValue& format, SZxStateChangeInfo* info,
                                 bool bCheckOnly)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"FormatSet_WRP(" + Num(mode) + L", " + format.m_wstrName.Std() + (bCheckOnly ? L", check only)" : L")"));
     int status = 0;
     if (Failing(L"FormatSet_WRP", status))
@@ -431,6 +447,7 @@ int CZxSimCamera::FormatSet_WRP(uint32_t mode, const SZxGrabberFormatValue& form
 int CZxSimCamera::FormatGetFromSettings_WRP(uint32_t mode, const SZxGrabberCameraSettings& settings,
                                             SZxGrabberFormatValue& format)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"FormatGetFromSettings_WRP(" + Num(mode) + L")");
     int status = 0;
     if (Failing(L"FormatGetFromSettings_WRP", status))
@@ -456,12 +473,14 @@ int CZxSimCamera::FormatGetFromSettings_WRP(uint32_t mode, const SZxGrabberCamer
 
 uint32_t CZxSimCamera::GetModeFQ()
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"GetModeFQ()");
     return m_mode;
 }
 
 int CZxSimCamera::SetModeFQ(uint32_t mode)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"SetModeFQ(" + Num(mode) + L")");
     int status = 0;
     if (Failing(L"SetModeFQ", status))
@@ -474,12 +493,14 @@ int CZxSimCamera::SetModeFQ(uint32_t mode)
 
 bool CZxSimCamera::IsModeFQSynchronized()
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"IsModeFQSynchronized()");
     return m_bSynchronized;
 }
 
 int CZxSimCamera::ModeFQSynchronize(bool synchronize)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(std::wstring(L"ModeFQSynchronize(") + (synchronize ? L"true" : L"false") + L")");
     int status = 0;
     if (Failing(L"ModeFQSynchronize", status))
@@ -522,6 +543,7 @@ void CZxSimCamera::FillSettings(SZxGrabberCameraSettings& s, uint32_t mask, bool
 
 int CZxSimCamera::CameraSettingsGet_UNI_WRP(SZxGrabberCameraSettings& settings, uint32_t mask, bool bCurrent)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"CameraSettingsGet_UNI_WRP(" + Num(mask) + (bCurrent ? L", current)" : L", defaults)"));
     int status = 0;
     if (Failing(L"CameraSettingsGet_UNI_WRP", status))
@@ -532,6 +554,7 @@ int CZxSimCamera::CameraSettingsGet_UNI_WRP(SZxGrabberCameraSettings& settings, 
 
 int CZxSimCamera::CameraSettingsSet_UNI_WRP(const SZxGrabberCameraSettings& settings, uint32_t mask)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"CameraSettingsSet_UNI_WRP(" + Num(mask) + L")");
     int status = 0;
     if (Failing(L"CameraSettingsSet_UNI_WRP", status))
@@ -566,6 +589,7 @@ int CZxSimCamera::CameraSettingsSet_UNI_WRP(const SZxGrabberCameraSettings& sett
 
 int CZxSimCamera::CameraSettingsSetDefaults_UNI_WRP()
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"CameraSettingsSetDefaults_UNI_WRP()");
     int status = 0;
     if (Failing(L"CameraSettingsSetDefaults_UNI_WRP", status))
@@ -576,6 +600,7 @@ int CZxSimCamera::CameraSettingsSetDefaults_UNI_WRP()
 
 SZxGrabberCameraSettings* CZxSimCamera::NamedSettingsNext(CZxStringW& name)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"NamedSettingsNext(" + name.Std() + L")");
     size_t next = 0;
     if (!name.IsEmpty()) {
@@ -593,6 +618,7 @@ SZxGrabberCameraSettings* CZxSimCamera::NamedSettingsNext(CZxStringW& name)
 
 int CZxSimCamera::NamedSettingsAdd(const wchar_t* name, const SZxGrabberCameraSettings& settings)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(std::wstring(L"NamedSettingsAdd(") + (name ? name : L"null") + L")");
     int status = 0;
     if (Failing(L"NamedSettingsAdd", status))
@@ -610,6 +636,7 @@ int CZxSimCamera::NamedSettingsAdd(const wchar_t* name, const SZxGrabberCameraSe
 
 int CZxSimCamera::NamedSettingsRemove(const wchar_t* name)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(std::wstring(L"NamedSettingsRemove(") + (name ? name : L"null") + L")");
     int status = 0;
     if (Failing(L"NamedSettingsRemove", status))
@@ -627,12 +654,14 @@ int CZxSimCamera::NamedSettingsRemove(const wchar_t* name)
 
 bool CZxSimCamera::ROIIsSupported_UNI_WRP()
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"ROIIsSupported_UNI_WRP()");
     return m_bROISupported;
 }
 
 int CZxSimCamera::ROIGet(CZxRect& rect)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"ROIGet()");
     rect = m_rcROI;
     return m_bROISupported ? ZX_OK : ZX_E_NOTSUPPORTED;
@@ -640,6 +669,7 @@ int CZxSimCamera::ROIGet(CZxRect& rect)
 
 int CZxSimCamera::ROISet(const CZxRect& rect)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"ROISet(" + Num(rect.left) + L", " + Num(rect.top) + L", " + Num(rect.right) + L", " + Num(rect.bottom) +
         L")");
     if (!m_bROISupported)
@@ -650,12 +680,14 @@ int CZxSimCamera::ROISet(const CZxRect& rect)
 
 bool CZxSimCamera::ROIEnabled()
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"ROIEnabled()");
     return m_bROIEnabled;
 }
 
 int CZxSimCamera::ROIEnable(bool enable)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(std::wstring(L"ROIEnable(") + (enable ? L"true" : L"false") + L")");
     if (!m_bROISupported)
         return ZX_E_NOTSUPPORTED;
@@ -665,6 +697,7 @@ int CZxSimCamera::ROIEnable(bool enable)
 
 bool CZxSimCamera::MultiViewEnabled()
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"MultiViewEnabled()");
     return m_bMultiView;
 }
@@ -673,6 +706,7 @@ bool CZxSimCamera::MultiViewEnabled()
 
 int CZxSimCamera::CameraGet_WRP(SZxGrabberCameraDesc& camera)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"CameraGet_WRP()");
     camera = m_camera;
     return ZX_OK;
@@ -680,12 +714,14 @@ int CZxSimCamera::CameraGet_WRP(SZxGrabberCameraDesc& camera)
 
 bool CZxSimCamera::CameraCapabilityIsSupported(uint32_t capability)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"CameraCapabilityIsSupported(" + Num(capability) + L")");
     return capability == ZX_CAMCAP_PREDEFINED_ROIS && m_bROISupported;
 }
 
 int CZxSimCamera::UserParamGet(const wchar_t* name, CZxVariant& value)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(std::wstring(L"UserParamGet(") + (name ? name : L"null") + L")");
     int status = 0;
     if (Failing(L"UserParamGet", status))
@@ -702,6 +738,7 @@ int CZxSimCamera::UserParamGet(const wchar_t* name, CZxVariant& value)
 
 int CZxSimCamera::UserParamSet(const wchar_t* name, const CZxVariant& value)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(std::wstring(L"UserParamSet(") + (name ? name : L"null") + L", " + VariantText(value) + L")");
     int status = 0;
     if (Failing(L"UserParamSet", status))
@@ -716,6 +753,7 @@ int CZxSimCamera::UserParamSet(const wchar_t* name, const CZxVariant& value)
 
 int CZxSimCamera::UserParamQuery(const wchar_t* name, void* record, uint32_t cbRecord)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(std::wstring(L"UserParamQuery(") + (name ? name : L"null") + L")");
     int status = 0;
     if (Failing(L"UserParamQuery", status))
@@ -737,6 +775,7 @@ CZxStringW CZxSimCamera::GrabberDriverNameLocalisedGet() { return L"Simulated Ca
 
 int CZxSimCamera::InputSetupModelessHide()
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     Log(L"InputSetupModelessHide()");
     return ZX_OK;
 }
@@ -746,6 +785,7 @@ CZxGenericProviderGrabber* CZxSimCamera::GetGrabber() { return m_pGrabber; }
 
 void CZxSimCamera::SetCamera(const SZxGrabberCameraDesc& camera)
 {
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
     m_camera = camera;
     BuildFormats();
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@
 /// Driver class name the simulated camera reports.
 #define ZXSIM_DRIVER_CLASS L"CZxGrabberDriverSim"
 
+/// Every operation takes the camera's lock, so the acquisition thread (Snap)
+/// and the UI thread (the provider operations) may call it at the same time.
 class CZxSimCamera : public CZxGenProvider_Low {
 public:
     /// The camera this driver runs by default: a 2048 x 1536 monochrome sensor.
@@ -174,6 +177,7 @@ private:
     void* m_pCallbackContext = nullptr;
     CZxSimSensor m_sensor;
 
+    mutable std::recursive_mutex m_lock;
     std::vector<std::wstring> m_log;
     std::map<std::wstring, int> m_failNext;
 };
