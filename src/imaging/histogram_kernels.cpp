@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <vector>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "imaging/kernel_level.h"
 
@@ -41,25 +44,64 @@ void ColourRef(const T* data, size_t rowSamples, const HistogramSpan* spans, siz
 // end. Raw values are clamped to the largest one that still maps below the top
 // bin, which makes the fold's min(v >> shift, top) equal to the per-sample rule.
 
-constexpr int kMonoCopies = 4;
+// Copies: enough to hide the forwarding latency on flat frames, few enough
+// that they stay in the first- or second-level cache for deep ranges.
+// One cache line of padding per copy keeps the copies of one value from sharing
+// their low 12 address bits (4K aliasing stalls their increments).
+constexpr size_t kPad = 16;
 
-template <typename T, bool Clamp>
+size_t MonoCopies(size_t bins)
+{
+    return bins <= 4096 ? 8 : 2;
+}
+
+// FixedStride > 0 makes the copies' offsets constants, so every increment is a
+// single read-modify-write with a displacement (the full 8-bit range).
+template <typename T, bool Clamp, int Copies, size_t FixedStride = 0>
 void CountMono(const T* p, size_t n, uint32_t* c, size_t stride, uint32_t rawTop)
 {
+    if (FixedStride)
+        stride = FixedStride;
     auto idx = [rawTop](uint32_t v) { return Clamp ? std::min(v, rawTop) : v; };
-    uint32_t* c0 = c;
-    uint32_t* c1 = c + stride;
-    uint32_t* c2 = c + 2 * stride;
-    uint32_t* c3 = c + 3 * stride;
     size_t i = 0;
-    for (; i + 4 <= n; i += 4) {
-        ++c0[idx(p[i])];
-        ++c1[idx(p[i + 1])];
-        ++c2[idx(p[i + 2])];
-        ++c3[idx(p[i + 3])];
-    }
+    for (; i + Copies <= n; i += Copies)
+        for (int k = 0; k < Copies; ++k)
+            ++c[k * stride + idx(p[i + k])];
     for (; i < n; ++i)
-        ++c0[idx(p[i])];
+        ++c[idx(p[i])];
+}
+
+template <typename T, bool Clamp>
+void CountMonoCopies(const T* p, size_t n, uint32_t* c, size_t stride, uint32_t rawTop, size_t copies)
+{
+    if (copies == 8 && !Clamp && stride == 256 + kPad)
+        CountMono<T, false, 8, 256 + kPad>(p, n, c, stride, rawTop);
+    else if (copies == 8)
+        CountMono<T, Clamp, 8>(p, n, c, stride, rawTop);
+    else if (copies == 4)
+        CountMono<T, Clamp, 4>(p, n, c, stride, rawTop);
+    else
+        CountMono<T, Clamp, 2>(p, n, c, stride, rawTop);
+}
+
+// Bitwise OR of n samples: one pass that tells whether a span can skip the clamp.
+template <typename T>
+uint32_t OrOf(const T* p, size_t n)
+{
+    size_t i = 0;
+    uint32_t acc = 0;
+#if defined(__SSE2__)
+    __m128i v = _mm_setzero_si128();
+    for (; i + 16 / sizeof(T) <= n; i += 16 / sizeof(T))
+        v = _mm_or_si128(v, _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i)));
+    alignas(16) T lanes[16 / sizeof(T)];
+    _mm_store_si128(reinterpret_cast<__m128i*>(lanes), v);
+    for (T l : lanes)
+        acc |= l;
+#endif
+    for (; i < n; ++i)
+        acc |= p[i];
+    return acc;
 }
 
 template <typename T>
@@ -68,19 +110,24 @@ void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size
 {
     const uint64_t maxRaw = sizeof(T) == 1 ? 0xFF : 0xFFFF;
     const uint32_t rawTop = uint32_t(std::min<uint64_t>(((uint64_t(top) + 1) << shift) - 1, maxRaw));
-    const size_t stride = size_t(rawTop) + 1;
-    std::vector<uint32_t> local(kMonoCopies * stride, 0);
-    const bool clamp = rawTop < maxRaw;
+    const size_t stride = size_t(rawTop) + 1 + kPad;
+    const size_t copies = MonoCopies(size_t(rawTop) + 1);
+    std::vector<uint32_t> local(copies * stride, 0);
+    // A span whose samples all lie within rawTop (the usual case: nothing above
+    // the frame's depth) needs no clamp; rawTop + 1 is a power of two unless a
+    // clip limit set it, and then every sample is clamped.
+    const bool pow2 = ((uint64_t(rawTop) + 1) & rawTop) == 0;
     for (size_t s = 0; s < count; ++s) {
         const T* p = data + spans[s].y * rowSamples + spans[s].x0;
+        const bool clamp = rawTop < maxRaw && (!pow2 || (OrOf(p, spans[s].n) & ~rawTop) != 0);
         if (clamp)
-            CountMono<T, true>(p, spans[s].n, local.data(), stride, rawTop);
+            CountMonoCopies<T, true>(p, spans[s].n, local.data(), stride, rawTop, copies);
         else
-            CountMono<T, false>(p, spans[s].n, local.data(), stride, rawTop);
+            CountMonoCopies<T, false>(p, spans[s].n, local.data(), stride, rawTop, copies);
     }
     for (uint32_t v = 0; v <= rawTop; ++v) {
         uint32_t sum = 0;
-        for (int k = 0; k < kMonoCopies; ++k)
+        for (size_t k = 0; k < copies; ++k)
             sum += local[k * stride + v];
         bins[std::min(v >> shift, top)] += sum;
     }
