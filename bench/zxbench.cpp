@@ -4,7 +4,7 @@
 //   zxbench [--quick] [--runs N] [--level L]
 //
 // --quick skips the large frame; --level forces a kernel level (0 reference,
-// 1 SSE2, 2 AVX2) to compare them.
+// 1 SSE2, 2 AVX2, 3 AVX-512) to compare them.
 //
 // Each time is the median of N runs (default 21) after two warm-up runs, in CPU
 // time of the benchmark thread: on a machine shared with other work, time spent
@@ -208,7 +208,7 @@ int main(int argc, char** argv)
             ZX_SetKernelLevel(std::atoi(argv[++i]));
     }
     cv::setNumThreads(1);
-    std::printf("zxbench: OpenCV %s (1 thread), kernel level %d (0 reference, 1 SSE2, 2 AVX2), median of %d runs (thread CPU time)\n",
+    std::printf("zxbench: OpenCV %s (1 thread), kernel level %d (0 reference, 1 SSE2, 2 AVX2, 3 AVX-512), median of %d runs (thread CPU time)\n",
                 CV_VERSION, ZX_GetKernelLevel(), g_runs);
     const size_t probe = size_t(2048) * 2048;
     std::printf("memcpy: %.3f ms for %zu bytes (%.1f GB/s copied)\n\n", MemcpyMs(probe), probe,

@@ -8,6 +8,9 @@ enum EZxKernelLevel : int {
     ZX_KERNELS_REFERENCE = 0,
     ZX_KERNELS_SSE2 = 1,  ///< the x86-64 baseline
     ZX_KERNELS_AVX2 = 2,  ///< chosen when the CPU and the OS support AVX2
+    /// AVX-512 with byte permutes (BW + VBMI): the 8-bit LUT; every other
+    /// kernel runs its AVX2 form at this level.
+    ZX_KERNELS_AVX512 = 3,
 };
 
 /// The highest level this CPU and OS support (detected once).

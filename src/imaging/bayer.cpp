@@ -53,21 +53,21 @@ const PixelKernels<T> kReference{&DemosaicRef<T>, &MonoBin2Ref<T>, &BayerBin2Ref
 template <>
 const PixelKernels<uint8_t>& GetPixelKernels<uint8_t>()
 {
-    switch (KernelLevel()) {
-    case ZX_KERNELS_AVX2: if (const auto* k = avx2::Kernels8()) return *k; [[fallthrough]];
-    case ZX_KERNELS_SSE2: return *sse2::Kernels8();
-    default: return kReference<uint8_t>;
-    }
+    const int level = KernelLevel();
+    if (level >= ZX_KERNELS_AVX2)
+        if (const auto* k = avx2::Kernels8())
+            return *k;
+    return level >= ZX_KERNELS_SSE2 ? *sse2::Kernels8() : kReference<uint8_t>;
 }
 
 template <>
 const PixelKernels<uint16_t>& GetPixelKernels<uint16_t>()
 {
-    switch (KernelLevel()) {
-    case ZX_KERNELS_AVX2: if (const auto* k = avx2::Kernels16()) return *k; [[fallthrough]];
-    case ZX_KERNELS_SSE2: return *sse2::Kernels16();
-    default: return kReference<uint16_t>;
-    }
+    const int level = KernelLevel();
+    if (level >= ZX_KERNELS_AVX2)
+        if (const auto* k = avx2::Kernels16())
+            return *k;
+    return level >= ZX_KERNELS_SSE2 ? *sse2::Kernels16() : kReference<uint16_t>;
 }
 
 } // namespace zx

@@ -21,9 +21,11 @@ int DetectLevel()
     __asm__ volatile("xgetbv" : "=a"(lo), "=d"(hi) : "c"(0));
     if ((lo & 6) != 6)
         return ZX_KERNELS_SSE2;
-    if (!__get_cpuid_count(7, 0, &a, &b, &c, &d))
+    if (!__get_cpuid_count(7, 0, &a, &b, &c, &d) || !((b >> 5) & 1))
         return ZX_KERNELS_SSE2;
-    return ((b >> 5) & 1) ? ZX_KERNELS_AVX2 : ZX_KERNELS_SSE2;
+    // AVX-512 F, BW and VBMI, with the OS saving the mask and upper ZMM state.
+    const bool avx512 = ((b >> 16) & 1) && ((b >> 30) & 1) && ((c >> 1) & 1) && (lo & 0xE6) == 0xE6;
+    return avx512 ? ZX_KERNELS_AVX512 : ZX_KERNELS_AVX2;
 #else
     return ZX_KERNELS_REFERENCE;
 #endif

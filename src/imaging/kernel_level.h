@@ -4,12 +4,14 @@
 
 namespace zx {
 
-/// ZX_KERNELS_REFERENCE .. ZX_KERNELS_AVX2.
+/// ZX_KERNELS_REFERENCE .. ZX_KERNELS_AVX512.
 int KernelLevel();
+
+constexpr int kKernelLevels = ZX_KERNELS_AVX512 + 1;
 
 /// Picks entry KernelLevel() of a table of kernel sets ordered by level.
 template <typename K>
-const K& PickKernels(const K (&byLevel)[3])
+const K& PickKernels(const K (&byLevel)[kKernelLevels])
 {
     return byLevel[KernelLevel()];
 }

@@ -132,15 +132,16 @@ const LutKernels kReference{&MapRef<uint8_t>, &MapRef<uint16_t>, &Map3Ref<uint8_
                             &Map3Ref<uint16_t>, &PairRef<uint8_t>, &PairRef<uint16_t>};
 const LutKernels kFast{&Map8Fast, &Map16Fast, &Map8x3Fast, &Map16x3Fast, &PairFast<uint8_t>, &PairFast<uint16_t>};
 
-LutKernels WithAvx2()
+LutKernels WithMap8(void (*map8)(uint8_t*, size_t, const uint16_t*, uint32_t))
 {
     LutKernels k = kFast;
-    if (avx2::Map8)
-        k.Map8 = avx2::Map8;
+    if (map8)
+        k.Map8 = map8;
     return k;
 }
 
-const LutKernels kByLevel[3] = {kReference, kFast, WithAvx2()};
+const LutKernels kByLevel[kKernelLevels] = {kReference, kFast, WithMap8(avx2::Map8),
+                                            WithMap8(avx512::Map8 ? avx512::Map8 : avx2::Map8)};
 
 } // namespace
 

@@ -29,5 +29,9 @@ namespace avx2 {
 /// 8-bit mono lookup with byte shuffles; null when the build cannot target AVX2.
 extern void (*const Map8)(uint8_t* p, size_t n, const uint16_t* table, uint32_t last);
 }
+namespace avx512 {
+/// 8-bit mono lookup with byte permutes (AVX-512 VBMI); null when not buildable.
+extern void (*const Map8)(uint8_t* p, size_t n, const uint16_t* table, uint32_t last);
+}
 
 } // namespace zx
