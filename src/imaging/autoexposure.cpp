@@ -21,12 +21,14 @@ double Clamp(double v, double lo, double hi)
 }
 
 // Bins of component `clip` to hand to the statistics: the histogram's bin
-// count, or the clip limit plus one, never more than were counted.
+// count, or the clip limit plus one, never more than were counted or allocated
+// (a record filled by hand may claim more).
 unsigned StatBins(const SZxAEHistogram& h, int clip)
 {
+    const uint64_t counted = std::min(h.uiBinCount, h.AllocatedBins());
     if (!h.pdwClipLimits)
-        return h.uiBinCount;
-    return std::min<uint64_t>(uint64_t(h.pdwClipLimits[clip]) + 1, h.uiBinCount);
+        return unsigned(counted);
+    return unsigned(std::min<uint64_t>(uint64_t(h.pdwClipLimits[clip]) + 1, counted));
 }
 
 } // namespace
