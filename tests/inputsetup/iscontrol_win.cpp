@@ -28,6 +28,10 @@ public:
     {
         seen.push_back(Notification{message, wParam, lParam});
         *result = 0;
+        if (message == WM_CTLCOLORSTATIC) {
+            SetTextColor(reinterpret_cast<HDC>(wParam), RGB(0, 0, 128));
+            *result = reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
+        }
         return true;
     }
     Notes seen;
@@ -149,7 +153,7 @@ TEST(ControlBase, FormatAwareWriteAnnouncesTheNewFormatOnlyWhenTheSensorAreaChan
               (Notes{N(WM_IS_PROPERTYCHANGED, 0, nullptr), N(WM_IS_STATECHANGE, 0, &plain)}));
 }
 
-TEST(DialogHarness, SpinClickNotifiesTwiceWithThePositionClampedToTheRange)
+TEST(DialogHarness, SpinClickAndStaticColourReachTheControlAsFromWindows)
 {
     TestDialog dlg(IDD_IS_TEST);
     HookProbe spin(IDC_IS_SPIN);
@@ -162,6 +166,14 @@ TEST(DialogHarness, SpinClickNotifiesTwiceWithThePositionClampedToTheRange)
     EXPECT_EQ(spin.seen, (Notes{N(WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 5), from),
                                 N(WM_VSCROLL, MAKEWPARAM(SB_ENDSCROLL, 5), from)}));
     EXPECT_FALSE(dlg.Click(IDC_IS_PUSH)) << "unregistered items stay with the dialog";
+
+    HookProbe text(IDC_IS_SCROLL_TEXT);
+    dlg.Attach(text);
+    HBRUSH brush = nullptr;
+    COLORREF colour = 0;
+    EXPECT_TRUE(dlg.CtlColorStatic(IDC_IS_SCROLL_TEXT, &brush, &colour));
+    EXPECT_EQ(brush, GetSysColorBrush(COLOR_BTNFACE)) << "the brush itself is the dialog's answer";
+    EXPECT_EQ(colour, RGB(0, 0, 128));
 }
 
 namespace {

@@ -62,6 +62,9 @@ public:
     bool SelectComboItem(int id, int index);
     /// WM_HSCROLL or WM_VSCROLL, by the item's orientation, with `code` and `pos`.
     bool Scroll(int id, WORD code, int pos = 0);
+    /// WM_CTLCOLORSTATIC from item `id` with a DC of it, as when it paints: the
+    /// brush the dialog answered, and the DC's text colour and background mode after.
+    bool CtlColorStatic(int id, HBRUSH* brush, COLORREF* textColor = nullptr, int* bkMode = nullptr);
     /// One click on an up-down's arrow: it moves by `delta` within its range and
     /// notifies twice (SB_THUMBPOSITION with the new position, then SB_ENDSCROLL).
     bool SpinClick(int id, int delta);

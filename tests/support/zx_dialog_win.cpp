@@ -53,8 +53,11 @@ INT_PTR CALLBACK TestDialog::Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPa
         self->m_notes.push_back(n);
         return TRUE;
     }
-    if (msg == WM_COMMAND || msg == WM_HSCROLL || msg == WM_VSCROLL || msg == WM_CTLCOLORSTATIC)
+    if (msg == WM_COMMAND || msg == WM_HSCROLL || msg == WM_VSCROLL)
         return self->Route(msg, wParam, lParam) ? TRUE : FALSE;
+    // A dialog procedure answers the colour messages with the brush itself.
+    if (msg == WM_CTLCOLORSTATIC)
+        return self->Route(msg, wParam, lParam) ? GetWindowLongPtrW(hwnd, DWLP_MSGRESULT) : FALSE;
     return FALSE;
 }
 
@@ -98,6 +101,23 @@ bool TestDialog::Scroll(int id, WORD code, int pos)
     else
         vertical = (style & UDS_HORZ) == 0; // an up-down is vertical unless told otherwise
     return SendFrom(vertical ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(code, pos), item);
+}
+
+bool TestDialog::CtlColorStatic(int id, HBRUSH* brush, COLORREF* textColor, int* bkMode)
+{
+    HWND item = Item(id);
+    HDC dc = GetDC(item);
+    m_lastRouted = nullptr;
+    m_lastHandled = false;
+    const LRESULT r = SendMessageW(m_hDlg, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(item));
+    if (brush)
+        *brush = reinterpret_cast<HBRUSH>(r);
+    if (textColor)
+        *textColor = GetTextColor(dc);
+    if (bkMode)
+        *bkMode = GetBkMode(dc);
+    ReleaseDC(item, dc);
+    return m_lastHandled;
 }
 
 bool TestDialog::SpinClick(int id, int delta)
