@@ -42,13 +42,14 @@ TEST(ControlBase, AttachRegistersTheItemWindowOnlyWhenGivenAList)
 {
     TestDialog dlg(IDD_IS_TEST);
     C c(C::ctCheck, C::btProperty, L"Cooling", 1, IDC_IS_CHECK, 1);
-    EXPECT_EQ(c.Attach(dlg.ZxHwnd(), nullptr, nullptr), 0);
+    EXPECT_EQ(c.Attach(dlg.ZxHwnd(), dlg.Provider(), nullptr), 0);
     EXPECT_EQ(dlg.List().GetCount(), 0u);
     EXPECT_EQ(dlg.Attach(c), 0);
     EXPECT_EQ(dlg.List()._FindControl(reinterpret_cast<ZxHWnd>(dlg.Item(IDC_IS_CHECK)), ~0u), &c);
     EXPECT_EQ(c.Detach(), 0);
     EXPECT_EQ(c.Detach(), 0);
     EXPECT_EQ(c.GetDialog(), nullptr);
+    EXPECT_EQ(c.GetProvider(), nullptr);
     EXPECT_EQ(dlg.List().GetCount(), 1u) << "the host removes, not Detach";
     EXPECT_EQ(c.Enable(true), -11) << "detached, no item is reached";
 }
@@ -72,8 +73,8 @@ TEST(ControlBase, EnableAndShowMapThePreviousStateOfTheItem)
 
 TEST(ControlBase, UpdateStateEnablesOnlyAvailableWritableProperties)
 {
-    CZxSimCamera cam;
-    TestDialog dlg(IDD_IS_TEST, &cam);
+    TestDialog dlg(IDD_IS_TEST);
+    CZxSimCamera& cam = *dlg.Camera();
     C gain(C::ctValueEditor, C::btProperty, L"Gain", 1, IDC_IS_SCROLL, 1);
     C sensor(C::ctTextDouble, C::btProperty, L"SensorTemperature", 1, IDC_IS_EDIT, 1);
     C target(C::ctValueEditor, C::btProperty, L"Temperature", 1, IDC_IS_COMBO_EDIT, 1);
@@ -98,8 +99,8 @@ TEST(ControlBase, UpdateStateEnablesOnlyAvailableWritableProperties)
 
 TEST(ControlBase, WritesNotifyTheDialogInOrderWithTheirParameters)
 {
-    CZxSimCamera cam;
-    TestDialog dlg(IDD_IS_TEST, &cam);
+    TestDialog dlg(IDD_IS_TEST);
+    CZxSimCamera& cam = *dlg.Camera();
     C c(C::ctValueEditor, C::btProperty, L"Gain", 2, IDC_IS_SCROLL, 1);
     dlg.Attach(c);
     SZxGrabberPropertyValue gain(L"Gain", CZxVariant(3.0));
@@ -125,8 +126,8 @@ TEST(ControlBase, WritesNotifyTheDialogInOrderWithTheirParameters)
 
 TEST(ControlBase, FormatAwareWriteAnnouncesTheNewFormatOnlyWhenTheSensorAreaChanges)
 {
-    CZxSimCamera cam;
-    TestDialog dlg(IDD_IS_TEST, &cam);
+    TestDialog dlg(IDD_IS_TEST);
+    CZxSimCamera& cam = *dlg.Camera();
     C radio(C::ctRadio, C::btProperty, L"SensorMode", 1, IDC_IS_RADIO1, 1);
     dlg.Attach(radio);
     SZxGrabberFormatValue before, after;

@@ -5,8 +5,10 @@
 #pragma once
 #include <windows.h>
 
+#include <memory>
 #include <vector>
 #include "zx/inputsetupcontrols.h"
+#include "zxsim/camera.h"
 
 namespace zxtest {
 
@@ -27,8 +29,9 @@ struct Notification {
 
 class TestDialog {
 public:
-    /// Creates the template `templateId` of the executable over `provider` (may be
-    /// null). Fails the running test when the dialog cannot be created.
+    /// Creates the template `templateId` of the executable over `provider`, or over
+    /// a simulated camera of its own when none is given. Fails the running test
+    /// when the dialog cannot be created.
     explicit TestDialog(int templateId, CZxGenProvider_Low* provider = nullptr);
     ~TestDialog();
     TestDialog(const TestDialog&) = delete;
@@ -38,6 +41,8 @@ public:
     ZxHWnd ZxHwnd() const { return reinterpret_cast<ZxHWnd>(m_hDlg); }
     HWND Item(int id) const { return GetDlgItem(m_hDlg, id); }
     CZxGenProvider_Low* Provider() const { return m_pProvider; }
+    /// The dialog's own simulated camera (null when a provider was given).
+    CZxSimCamera* Camera() const { return m_ownCamera.get(); }
     /// The list the dialog routes WM_COMMAND, scroll and static-colour messages through.
     CZxISControlList& List() { return m_list; }
     /// Attaches `control` to this dialog, the provider and the list.
@@ -81,6 +86,7 @@ private:
     bool SendFrom(UINT msg, WPARAM wParam, HWND sender);
 
     HWND m_hDlg = nullptr;
+    std::unique_ptr<CZxSimCamera> m_ownCamera;
     CZxGenProvider_Low* m_pProvider;
     CZxISControlList m_list;
     std::vector<Notification> m_notes;

@@ -5,7 +5,8 @@
 
 namespace zxtest {
 
-TestDialog::TestDialog(int templateId, CZxGenProvider_Low* provider) : m_pProvider(provider)
+TestDialog::TestDialog(int templateId, CZxGenProvider_Low* provider)
+    : m_ownCamera(provider ? nullptr : new CZxSimCamera), m_pProvider(provider ? provider : m_ownCamera.get())
 {
     static const bool commonControls = [] {
         INITCOMMONCONTROLSEX icc{sizeof(icc), ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
