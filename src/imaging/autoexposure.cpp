@@ -346,7 +346,7 @@ double CZxAutoExposure::ComputeBinningAE(double* gainOut, double* factorOut, dou
             const double d = (flags & ZX_AE_FACTOR) ? k : (flags & ZX_AE_ALTFACTOR) ? k * cf : k * A;
             const double e1 = T[0] / d * E, e3 = T[2] / d * E;
             double e2 = T[1] / d * E;
-            // Clipped frames understate the white: meet the target halfway.
+            // Deliberate: a clipped histogram understates the white, so only go halfway.
             if (clipped)
                 e2 = (e2 + E) / 2.0;
             const double knee = rt.m_dExposureKnee;
