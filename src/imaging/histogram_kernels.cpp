@@ -167,15 +167,18 @@ void ColourFast(const T* data, size_t rowSamples, const HistogramSpan* spans, si
         t[c] = std::min(tops[c], maxRaw);
         clamp = clamp || t[c] < maxRaw;
     }
+    // Deep ranges keep one copy per channel: a second would double the tables'
+    // cache footprint, and the three channels already interleave their counts.
+    const size_t nCopies = std::max({t[0], t[1], t[2]}) < 4096 ? 2 : 1;
     for (int c = 0; c < 3; ++c) {
         offset[c] = total;
-        total += 2 * (size_t(t[c]) + 1);
+        total += nCopies * (size_t(t[c]) + 1 + kPad);
     }
     std::vector<uint32_t> local(total, 0);
     uint32_t* copies[6];
     for (int c = 0; c < 3; ++c) {
         copies[c] = local.data() + offset[c];
-        copies[c + 3] = copies[c] + t[c] + 1;
+        copies[c + 3] = nCopies == 2 ? copies[c] + t[c] + 1 + kPad : copies[c];
     }
     for (size_t s = 0; s < count; ++s) {
         const T* p = data + spans[s].y * rowSamples + size_t(spans[s].x0) * 3;
@@ -186,7 +189,7 @@ void ColourFast(const T* data, size_t rowSamples, const HistogramSpan* spans, si
     }
     for (int c = 0; c < 3; ++c)
         for (uint32_t v = 0; v <= t[c]; ++v)
-            bins[c][v] += copies[c][v] + copies[c + 3][v];
+            bins[c][v] += copies[c][v] + (nCopies == 2 ? copies[c + 3][v] : 0);
 }
 
 template <typename T>
