@@ -23,9 +23,9 @@ void ZX_MonoBinning(SZxPicBuf* pPicBuf, const void* pSrc, uint32_t factor)
     if (w == 0 || h == 0)
         return;
     if (factor == 1) {
-        // The destination's stated size decides; a describer that left it 0 gets the frame's.
-        const uint64_t frame = uint64_t(w) * h * ZX_BytesPerSample(pPicBuf->uiBits);
-        std::memcpy(pPicBuf->pData, pSrc, size_t(pPicBuf->ui64DataSize ? pPicBuf->ui64DataSize : frame));
+        // One component's frame: a destination that claims more (a colour buffer
+        // passed by mistake) would otherwise read past the raw source.
+        std::memcpy(pPicBuf->pData, pSrc, size_t(uint64_t(w) * h * ZX_BytesPerSample(pPicBuf->uiBits)));
         return;
     }
     if (factor == 2) {

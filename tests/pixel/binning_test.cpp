@@ -125,6 +125,11 @@ TEST(Binning, AssertionsFromCommon)
     const uint8_t* c = static_cast<const uint8_t*>(colour.GetDataPtr());
     EXPECT_EQ(c[0], 4);
     EXPECT_EQ(c[1], 8);
+    // Factor 1 copies one component's frame only (the sanitiser build catches an over-read).
+    const std::vector<uint8_t> four{9, 8, 7, 6};
+    ZX_MonoBinning(&colour, four.data(), 1);
+    EXPECT_EQ(c[3], 6);
+    EXPECT_EQ(c[4], 0);
 
     CZxGrabberSample01 mono(2, 2, 8, 1);
     ZX_BayerBinning(&mono, raw, ZX_BAYER_BGGR, 2);
@@ -136,5 +141,5 @@ TEST(Binning, AssertionsFromCommon)
     EXPECT_EQ(r[0] + r[1] + r[2], 0);
     const uint8_t* m = static_cast<const uint8_t*>(mono.GetDataPtr());
     EXPECT_EQ(m[0] + m[1] + m[2] + m[3], 0);
-    EXPECT_EQ(diag.Size(), 3u);
+    EXPECT_EQ(diag.Size(), 4u);
 }
