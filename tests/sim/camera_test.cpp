@@ -1,93 +1,55 @@
 // The simulated camera's contract as a driver: values and sets, settings,
 // formats, commands.
-#include <gtest/gtest.h>
-
 #include <memory>
+#include <vector>
 
-#include "zx/status.h"
-#include "zxsim/camera.h"
+#include "sim_camera.h"
 
 namespace {
 
-CZxVariant Get(CZxSimCamera& cam, uint32_t mode, const wchar_t* name)
+std::vector<std::wstring> Names(CZxSimCamera& cam)
 {
-    SZxGrabberPropertyValue v(name);
-    EXPECT_EQ(cam.PropGetSingle_WRP(mode, v), ZX_OK);
-    return v.m_varValue;
+    std::vector<std::wstring> names;
+    CZxStringW name;
+    while (cam.NamedSettingsNext(name))
+        names.push_back(name.Std());
+    return names;
 }
 
-int Set(CZxSimCamera& cam, uint32_t mode, std::initializer_list<SZxGrabberPropertyValue> items,
-        SZxStateChangeInfo* info = nullptr)
-{
-    CZxVector_SZxGrabberPropertyValue values(128);
-    for (const auto& v : items)
-        values.Add(v);
-    return cam.PropSet_WRP(mode, values, info, false);
-}
-
-std::vector<SZxGrabberFormatValue> Formats(CZxSimCamera& cam)
-{
-    std::vector<SZxGrabberFormatValue> all;
-    SZxGrabberFormatValue f;
-    while (cam.FormatNext_WRP(f) == ZX_OK)
-        all.push_back(f);
-    return all;
-}
-
-int Polls(CZxSimCamera& cam, std::vector<double>& seen, CZxStringW& text)
-{
-    double progress = 0;
-    for (int i = 0; i < 10; ++i) {
-        EXPECT_EQ(cam.Command_Status_WRP(L"Calibrate", progress, text), ZX_OK);
-        seen.push_back(progress);
-        if (progress < 0)
-            return i + 1;
-    }
-    return -1;
-}
+double Gain(const SZxGrabberCameraSettings& s) { return s.m_vecPropFast.Find(L"Gain")->m_varValue.GetDouble(); }
 
 } // namespace
 
-TEST(SimCameraValues, SetsAreSeparateUntilSynchronised)
+TEST(SimCameraValues, SetsAreSeparateUntilSynchronisedAndWritesAreCheckedWhole)
 {
     CZxSimCamera cam;
     EXPECT_EQ(Set(cam, ZX_MODE_QUALITY, {{L"Gain", 4.0}}), ZX_OK);
-    EXPECT_EQ(Get(cam, ZX_MODE_QUALITY, L"Gain").GetDouble(), 4.0);
     EXPECT_EQ(Get(cam, ZX_MODE_FAST, L"Gain").GetDouble(), 1.0);
     EXPECT_EQ(cam.SetModeFQ(ZX_MODE_QUALITY), ZX_OK);
     EXPECT_EQ(Get(cam, 0, L"Gain").GetDouble(), 4.0);   // any other mode means the set in use
-
     EXPECT_EQ(cam.ModeFQSynchronize(true), ZX_OK);
     EXPECT_EQ(Get(cam, ZX_MODE_FAST, L"Gain").GetDouble(), 4.0);   // the set in use was copied
     EXPECT_EQ(Set(cam, ZX_MODE_FAST, {{L"Offset", 9}}), ZX_OK);
     EXPECT_EQ(Get(cam, ZX_MODE_QUALITY, L"Offset").GetZx_int32(), 9);
-}
 
-TEST(SimCameraValues, WritesAreCheckedWholeAndClamped)
-{
-    CZxSimCamera cam;
-    // One bad value refuses the whole write.
-    EXPECT_EQ(Set(cam, 1, {{L"Gain", 2.0}, {L"PixelClock", 13}}), ZX_E_FAIL);
-    EXPECT_EQ(Get(cam, 1, L"Gain").GetDouble(), 1.0);
-    EXPECT_EQ(Set(cam, 1, {{L"Nope", 1}}), ZX_E_FAIL);
-    EXPECT_EQ(Set(cam, 1, {{L"TriggerMode", 1}}), ZX_E_FAIL);   // a string list takes strings only
-
-    EXPECT_EQ(Set(cam, 1, {{L"Gain", L"99"}, {L"Offset", -5}, {L"ReadoutMode", L"Low Noise"}}), ZX_OK);
-    EXPECT_EQ(Get(cam, 1, L"Gain").GetDouble(), 16.0);
-    EXPECT_EQ(Get(cam, 1, L"Offset").GetZx_int32(), 0);
-    EXPECT_EQ(Get(cam, 1, L"ReadoutMode").GetZx_int32(), 0);   // a label selects its value
-
+    CZxSimCamera fresh;
+    EXPECT_EQ(Set(fresh, 1, {{L"Gain", 2.0}, {L"PixelClock", 13}}), ZX_E_FAIL);   // one bad value refuses all
+    EXPECT_EQ(Get(fresh, 1, L"Gain").GetDouble(), 1.0);
+    EXPECT_EQ(Set(fresh, 1, {{L"Nope", 1}}), ZX_E_FAIL);
+    EXPECT_EQ(Set(fresh, 1, {{L"TriggerMode", 1}}), ZX_E_FAIL);   // a string list takes strings only
+    EXPECT_EQ(Set(fresh, 1, {{L"Gain", L"99"}, {L"Offset", -5}, {L"ReadoutMode", L"Low Noise"}}), ZX_OK);
+    EXPECT_EQ(Get(fresh, 1, L"Gain").GetDouble(), 16.0);
+    EXPECT_EQ(Get(fresh, 1, L"Offset").GetZx_int32(), 0);
+    EXPECT_EQ(Get(fresh, 1, L"ReadoutMode").GetZx_int32(), 0);   // a label selects its value
     // Read-only and unavailable properties in a bulk write are skipped, not refused.
-    EXPECT_EQ(Set(cam, 1, {{L"Cooling", false}}), ZX_OK);
-    EXPECT_EQ(Set(cam, 1, {{L"FrameRate", 5.0}, {L"Temperature", 0.0}, {L"Gain", 3.0}}), ZX_OK);
-    EXPECT_EQ(Get(cam, 1, L"Temperature").GetDouble(), -10.0);
-    EXPECT_EQ(Get(cam, 1, L"Gain").GetDouble(), 3.0);
-
-    // A host may wrap the value in a record of the single member "Value".
-    CZxVariant wrapped;
+    EXPECT_EQ(Set(fresh, 1, {{L"Cooling", false}}), ZX_OK);
+    EXPECT_EQ(Set(fresh, 1, {{L"FrameRate", 5.0}, {L"Temperature", 0.0}, {L"Gain", 3.0}}), ZX_OK);
+    EXPECT_EQ(Get(fresh, 1, L"Temperature").GetDouble(), -10.0);
+    EXPECT_EQ(Get(fresh, 1, L"Gain").GetDouble(), 3.0);
+    CZxVariant wrapped;   // how the wrappers write
     wrapped[L"Value"] = 7;
-    EXPECT_EQ(Set(cam, 1, {{L"BufferCount", wrapped}}), ZX_OK);
-    EXPECT_EQ(Get(cam, 1, L"BufferCount").GetZx_int32(), 7);
+    EXPECT_EQ(Set(fresh, 1, {{L"BufferCount", wrapped}}), ZX_OK);
+    EXPECT_EQ(Get(fresh, 1, L"BufferCount").GetZx_int32(), 7);
 }
 
 TEST(SimCameraValues, StatesFollowTheSettingsAndReportChanges)
@@ -125,65 +87,55 @@ TEST(SimCameraValues, StatesFollowTheSettingsAndReportChanges)
     EXPECT_GT(t1, -10.0);
 }
 
-TEST(SimCameraSettings, RoundTripByMask)
+TEST(SimCameraSettings, RoundTripByMaskAndDefaults)
 {
     CZxSimCamera cam;
+    SZxGrabberCameraSettings defaults, all, props, again;
+    cam.CameraSettingsGet_UNI_WRP(defaults, ZX_SETTINGS_ALL, false);
+    ASSERT_EQ(cam.ModeFQSynchronize(true), ZX_OK);
     SZxGrabberFormatValue binned;
     binned.m_wstrName = L"512 x 384 (Binning 4x4)";
     ASSERT_EQ(cam.FormatSet_WRP(1, binned, nullptr, false), ZX_OK);
     ASSERT_EQ(Set(cam, 2, {{L"Gain", 5.0}, {L"TriggerMode", L"Software"}}), ZX_OK);
     ASSERT_EQ(cam.ROISet(CZxRect(10, 20, 110, 220)), ZX_OK);
     ASSERT_EQ(cam.ROIEnable(true), ZX_OK);
-    SZxGrabberCameraSettings all, props;
     ASSERT_EQ(cam.CameraSettingsGet_UNI_WRP(all, ZX_SETTINGS_ALL, true), ZX_OK);
     ASSERT_EQ(cam.CameraSettingsGet_UNI_WRP(props, ZX_SETTINGS_PROPERTIES, true), ZX_OK);
     EXPECT_EQ(props.m_uiMask, ZX_SETTINGS_PROPERTIES);
-    EXPECT_EQ(props.m_vecPropQuality.Find(L"Gain")->m_varValue.GetDouble(), 5.0);
     EXPECT_EQ(props.m_vecPropFast.Find(L"FrameRate"), nullptr);   // measured values are no settings
+    ASSERT_EQ(cam.CameraSettingsSet_UNI_WRP(props, ZX_SETTINGS_ALL), ZX_OK);   // holds mask 1 only
+    EXPECT_TRUE(cam.ROIEnabled());
+    EXPECT_TRUE(cam.IsModeFQSynchronized());
 
     ASSERT_EQ(cam.CameraSettingsSetDefaults_UNI_WRP(), ZX_OK);
-    ASSERT_EQ(cam.CameraSettingsSet_UNI_WRP(props, ZX_SETTINGS_ALL), ZX_OK);   // holds mask 1 only
-    SZxGrabberFormatValue f;
-    cam.FormatGet_WRP(1, f);
-    EXPECT_STREQ(f.m_wstrName, L"1024 x 768 (Binning 2x2)");
-    EXPECT_FALSE(cam.ROIEnabled());
+    cam.CameraSettingsGet_UNI_WRP(again, ZX_SETTINGS_ALL, true);
+    EXPECT_EQ(again.m_vecPropFast, defaults.m_vecPropFast);
+    EXPECT_EQ(again.m_fmtFast, defaults.m_fmtFast);
+    EXPECT_FALSE(cam.IsModeFQSynchronized());
+    SZxGrabberPropertyValue exposure(L"Exposure");
+    EXPECT_EQ(cam.PropGetDefaultSingle_WRP(ZX_MODE_QUALITY, exposure), ZX_OK);
+    EXPECT_EQ(exposure.m_varValue.GetDouble(), defaults.m_vecPropQuality.Find(L"Exposure")->m_varValue.GetDouble());
+
+    ASSERT_EQ(cam.CameraSettingsSet_UNI_WRP(props, ZX_SETTINGS_ALL), ZX_OK);
     EXPECT_EQ(Get(cam, 2, L"TriggerMode").GetCZxStringW(), CZxStringW(L"Software"));
+    cam.CameraSettingsGet_UNI_WRP(again, ZX_SETTINGS_ALL, true);
+    EXPECT_EQ(again.m_fmtFast, defaults.m_fmtFast);
 
     ASSERT_EQ(cam.CameraSettingsSet_UNI_WRP(all, ZX_SETTINGS_ALL), ZX_OK);
-    SZxGrabberCameraSettings again;
     cam.CameraSettingsGet_UNI_WRP(again, ZX_SETTINGS_ALL, true);
     EXPECT_EQ(again.m_vecPropFast, all.m_vecPropFast);
     EXPECT_EQ(again.m_vecPropQuality, all.m_vecPropQuality);
     EXPECT_EQ(again.m_fmtFast, all.m_fmtFast);
-    EXPECT_TRUE(cam.ROIEnabled());
+    EXPECT_TRUE(cam.ROIEnabled() && cam.IsModeFQSynchronized());
     CZxRect roi;
     cam.ROIGet(roi);
     EXPECT_EQ(roi, CZxRect(10, 20, 110, 220));
 }
 
-TEST(SimCameraSettings, DefaultsAreWhatSetDefaultsRestores)
-{
-    CZxSimCamera cam;
-    SZxGrabberCameraSettings defaults, current;
-    cam.CameraSettingsGet_UNI_WRP(defaults, ZX_SETTINGS_ALL, false);
-    Set(cam, 1, {{L"Exposure", 3.0}, {L"SensorMode", 1}});
-    cam.ModeFQSynchronize(true);
-    cam.CameraSettingsSetDefaults_UNI_WRP();
-    cam.CameraSettingsGet_UNI_WRP(current, ZX_SETTINGS_ALL, true);
-    EXPECT_EQ(current.m_vecPropFast, defaults.m_vecPropFast);
-    EXPECT_EQ(current.m_fmtQuality, defaults.m_fmtQuality);
-    EXPECT_FALSE(cam.IsModeFQSynchronized());
-
-    SZxGrabberPropertyValue v(L"Exposure");
-    EXPECT_EQ(cam.PropGetDefaultSingle_WRP(ZX_MODE_QUALITY, v), ZX_OK);
-    EXPECT_EQ(v.m_varValue.GetDouble(), defaults.m_vecPropQuality.Find(L"Exposure")->m_varValue.GetDouble());
-}
-
 TEST(SimCameraSettings, NamedSettingsAddOverwriteRemoveEnumerate)
 {
     CZxSimCamera cam;
-    CZxStringW name;
-    EXPECT_EQ(cam.NamedSettingsNext(name), nullptr);
+    EXPECT_TRUE(Names(cam).empty());
     SZxGrabberCameraSettings s;
     cam.CameraSettingsGet_UNI_WRP(s, ZX_SETTINGS_ALL, true);
     EXPECT_EQ(cam.NamedSettingsAdd(L"Day", s), ZX_OK);
@@ -191,70 +143,46 @@ TEST(SimCameraSettings, NamedSettingsAddOverwriteRemoveEnumerate)
     EXPECT_EQ(cam.NamedSettingsAdd(L"", s), ZX_E_FAIL);
     s.m_vecPropFast.Find(L"Gain")->m_varValue = 8.0;
     EXPECT_EQ(cam.NamedSettingsAdd(L"Day", s), ZX_OK);   // replaces, keeps its place
-
-    std::vector<std::wstring> names;
-    name.Empty();
-    SZxGrabberCameraSettings* entry = nullptr;
-    while ((entry = cam.NamedSettingsNext(name)) != nullptr) {
-        names.push_back(name.Std());
-        if (name == CZxStringW(L"Day")) {
-            EXPECT_EQ(entry->m_vecPropFast.Find(L"Gain")->m_varValue.GetDouble(), 8.0);
-        }
-    }
-    EXPECT_EQ(names, (std::vector<std::wstring>{L"Day", L"Night"}));
+    EXPECT_EQ(Names(cam), (std::vector<std::wstring>{L"Day", L"Night"}));
 
     // The record handed out is the stored one: writing it overwrites the entry.
+    CZxStringW name;
+    SZxGrabberCameraSettings* day = cam.NamedSettingsNext(name);
+    EXPECT_EQ(Gain(*day), 8.0);
+    cam.CameraSettingsGet_UNI_WRP(*day, ZX_SETTINGS_ALL, true);
     name.Empty();
-    entry = cam.NamedSettingsNext(name);
-    cam.CameraSettingsGet_UNI_WRP(*entry, ZX_SETTINGS_ALL, true);
-    name.Empty();
-    EXPECT_EQ(cam.NamedSettingsNext(name)->m_vecPropFast.Find(L"Gain")->m_varValue.GetDouble(), 1.0);
+    EXPECT_EQ(Gain(*cam.NamedSettingsNext(name)), 1.0);
 
     EXPECT_EQ(cam.NamedSettingsRemove(L"Day"), ZX_OK);
     EXPECT_EQ(cam.NamedSettingsRemove(L"Day"), ZX_E_FAIL);
-    name.Empty();
-    ASSERT_NE(cam.NamedSettingsNext(name), nullptr);
-    EXPECT_STREQ(name, L"Night");
-    EXPECT_EQ(cam.NamedSettingsNext(name), nullptr);
+    EXPECT_EQ(Names(cam), (std::vector<std::wstring>{L"Night"}));
 }
 
-TEST(SimCameraFormats, EnumerationCarriesModeAndDefaultFlags)
+TEST(SimCameraFormats, EnumerationCarriesFlagsAndAFormatChangingPropertyMovesTheSensorArea)
 {
     CZxSimCamera cam;
-    const auto all = Formats(cam);
-    ASSERT_EQ(all.size(), 5u);
-    int fast = 0, quality = 0, defFast = 0, defQuality = 0, group0 = 0;
-    for (const auto& f : all) {
-        fast += (f.m_uiFlags & ZX_FORMAT_FAST) != 0;
-        quality += (f.m_uiFlags & ZX_FORMAT_QUALITY) != 0;
-        defFast += (f.m_uiFlags & ZX_FORMAT_DEFAULT_FAST) != 0;
-        defQuality += (f.m_uiFlags & ZX_FORMAT_DEFAULT_QUALITY) != 0;
+    std::vector<SZxGrabberFormatValue> all;
+    int flagged[4] = {}, group0 = 0;   // fast, quality, default fast, default quality
+    for (SZxGrabberFormatValue f; cam.FormatNext_WRP(f) == ZX_OK; all.push_back(f)) {
+        for (int bit = 0; bit < 4; ++bit)
+            flagged[bit] += (f.m_uiFlags >> bit) & 1;
         group0 += f.m_iGroup == 0;
-        // A default format serves its mode.
         if (f.m_uiFlags & ZX_FORMAT_DEFAULT_QUALITY) {
-            EXPECT_TRUE(f.m_uiFlags & ZX_FORMAT_QUALITY);
+            EXPECT_TRUE(f.m_uiFlags & ZX_FORMAT_QUALITY);   // a default format serves its mode
         }
     }
-    EXPECT_EQ(fast, 4);
-    EXPECT_EQ(quality, 3);
-    EXPECT_EQ(defFast, 1);
-    EXPECT_EQ(defQuality, 1);
+    ASSERT_EQ(all.size(), 5u);
+    EXPECT_EQ((std::vector<int>(flagged, flagged + 4)), (std::vector<int>{4, 3, 1, 1}));
     EXPECT_EQ(group0, 3);   // full, 2x2 and 4x4 binning of one readout
     EXPECT_EQ(CZxGrabberLib::GetSensorRect(all[2]), CZxRect(0, 0, 2048, 1536));
-
     SZxGrabberFormatValue unknown;
     unknown.m_wstrName = L"640 x 480";
     EXPECT_EQ(cam.FormatNext_WRP(unknown), ZX_E_FAIL);
     EXPECT_EQ(cam.FormatSet_WRP(1, unknown, nullptr, false), ZX_E_FAIL);
-}
 
-TEST(SimCameraFormats, FormatChangingPropertyMovesTheSensorArea)
-{
-    CZxSimCamera cam;
     SZxGrabberPropertyDesc01 desc;
     ASSERT_EQ(cam.PropGetDesc_WRP(1, L"SensorMode", desc), ZX_OK);
     EXPECT_TRUE(desc.m_uiFlags & ZX_PROPFLAG_CHANGES_FORMAT);
-
     SZxGrabberFormatValue before, predicted, after;
     cam.FormatGet_WRP(1, before);
     SZxGrabberCameraSettings s;
@@ -265,7 +193,6 @@ TEST(SimCameraFormats, FormatChangingPropertyMovesTheSensorArea)
     EXPECT_NE(CZxGrabberLib::GetSensorRect(predicted), CZxGrabberLib::GetSensorRect(before));
     cam.FormatGet_WRP(1, after);
     EXPECT_EQ(after, before);   // asking changed nothing
-
     SZxStateChangeInfo info;
     ASSERT_EQ(Set(cam, 1, {{L"SensorMode", 1}}, &info), ZX_OK);
     EXPECT_TRUE(info.m_bFormatChanged);
@@ -275,28 +202,30 @@ TEST(SimCameraFormats, FormatChangingPropertyMovesTheSensorArea)
     EXPECT_EQ(CZxGrabberLib::GetSensorRect(after), CZxRect(0, 0, 2048, 1536));   // quality set untouched
 }
 
-TEST(SimCameraCommands, AsyncProgressAdvancesPerPollAndEnds)
+TEST(SimCameraCommands, AsyncProgressAdvancesPerPollAndEndsOrAborts)
 {
     CZxSimCamera cam;
     SZxGrabberCommandDesc01 desc;
     ASSERT_EQ(cam.CommandGetDesc_WRP(L"Calibrate", desc), ZX_OK);
     EXPECT_TRUE(desc.m_uiFlags & ZX_COMMAND_ASYNC);
-
+    CZxStringW text;
+    auto poll = [&] {   // progress of every poll up to the end (-1)
+        std::vector<double> seen(1, 0.0);
+        while (seen.size() < 10 && seen.back() >= 0)
+            EXPECT_EQ(cam.Command_Status_WRP(L"Calibrate", seen.emplace_back(), text), ZX_OK);
+        return std::vector<double>(seen.begin() + 1, seen.end());
+    };
     SZxGrabberCommandValue cmd(L"Calibrate");
     ASSERT_EQ(cam.Command_WRP(cmd, true, nullptr, false, nullptr), ZX_OK);
     EXPECT_EQ(cam.Command_WRP(cmd, true, nullptr, false, nullptr), ZX_E_BUSY);
-    std::vector<double> seen;
-    CZxStringW text;
-    EXPECT_EQ(Polls(cam, seen, text), 5);
-    EXPECT_EQ(seen, (std::vector<double>{0.25, 0.5, 0.75, 1.0, -1.0}));
+    EXPECT_EQ(poll(), (std::vector<double>{0.25, 0.5, 0.75, 1.0, -1.0}));
     EXPECT_STREQ(text, L"Done");
 
     ASSERT_EQ(cam.Command_WRP(cmd, true, nullptr, false, nullptr), ZX_OK);
-    seen.clear();
     double progress = 0;
     cam.Command_Status_WRP(L"Calibrate", progress, text);
     EXPECT_EQ(cam.Command_Abort_WRP(), ZX_OK);
-    EXPECT_EQ(Polls(cam, seen, text), 1);
+    EXPECT_EQ(poll(), (std::vector<double>{-1.0}));
     EXPECT_STREQ(text, L"Aborted");
     EXPECT_EQ(cam.Command_Status_WRP(L"Nope", progress, text), ZX_E_FAIL);
 }
@@ -312,25 +241,18 @@ TEST(SimCameraCommands, SyncCommandsReportTheirEffects)
     preset.m_varValue = 5;
     EXPECT_EQ(cam.Command_WRP(preset, false, nullptr, false, nullptr), ZX_E_FAIL);
 
-    SZxGrabberCommandValue snap(L"Snap");
+    SZxGrabberCommandValue snap(L"Snap"), factory(L"RestoreFactory");
     CZxGrabberSample01* raw = nullptr;
     ASSERT_EQ(cam.Command_WRP(snap, false, nullptr, false, &raw), ZX_OK);
-    std::unique_ptr<CZxGrabberSample01> frame(raw);
-    ASSERT_TRUE(frame);
-    uint32_t w = 0, h = 0, bits = 0, comp = 0;
-    frame->GetPicBufNumbers(&w, &h, &bits, &comp);
-    EXPECT_EQ(w, 1024u);
-    EXPECT_EQ(h, 768u);
-    EXPECT_EQ(bits, 12u);
-    EXPECT_EQ(comp, 1u);
+    ASSERT_TRUE(raw);
+    EXPECT_EQ(Shape(*std::unique_ptr<CZxGrabberSample01>(raw)), "1024x768, 12x1");
 
     info.Clear();
-    SZxGrabberCommandValue factory(L"RestoreFactory");
     ASSERT_EQ(cam.Command_WRP(factory, false, &info, false, nullptr), ZX_OK);
     EXPECT_TRUE(info.Find(L"Exposure")->m_bValueChanged);
 }
 
-TEST(SimCameraDriver, CallLogAndInjectedFailures)
+TEST(SimCameraDriver, CallLogInjectedFailuresAndUserParameters)
 {
     CZxSimCamera cam;
     Set(cam, 2, {{L"Gain", 2.0}});
@@ -340,7 +262,6 @@ TEST(SimCameraDriver, CallLogAndInjectedFailures)
     EXPECT_EQ(Set(cam, 2, {{L"Gain", 3.0}}), ZX_E_NOTSUPPORTED);
     EXPECT_EQ(Set(cam, 2, {{L"Gain", 3.0}}), ZX_OK);
     EXPECT_EQ(cam.CallCount(L"PropSet_WRP"), 3);
-    EXPECT_EQ(Get(cam, 2, L"Gain").GetDouble(), 3.0);
 
     CZxVariant rois;
     ASSERT_EQ(cam.UserParamGet(L"PredefinedROIArray", rois), ZX_OK);
