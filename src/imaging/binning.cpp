@@ -35,15 +35,23 @@ void ZX_MonoBinning(SZxPicBuf* pPicBuf, const void* pSrc, uint32_t factor)
             zx::GetPixelKernels<uint8_t>().MonoBin2(static_cast<const uint8_t*>(pSrc), static_cast<uint8_t*>(pPicBuf->pData), w, h);
         return;
     }
-    SZxPicBuf src = *pPicBuf;
-    src.uiWidth = factor * w;
-    src.uiHeight = factor * h;
-    src.uiComp = 1;
-    src.uiRowBytes = factor * pPicBuf->uiRowBytes;
-    src.ui64DataSize = uint64_t(src.uiRowBytes) * factor * h;
-    src.pData = const_cast<void*>(pSrc);
+    // Packed one-component rows unless a proper mono destination states its own
+    // (a mistaken colour row length would make the source description overrun).
+    const uint64_t rowBytes = (pPicBuf->uiComp == 1 && pPicBuf->uiRowBytes)
+                                  ? pPicBuf->uiRowBytes
+                                  : uint64_t(w) * ZX_BytesPerSample(pPicBuf->uiBits);
+    // The source description must fit the picture library's 32-bit fields.
+    if (ZX_DIAG_FAIL_IF(factor * rowBytes > UINT32_MAX || uint64_t(factor) * h > UINT32_MAX, kSource))
+        return;
     SZxPicBuf dst = *pPicBuf;
     dst.uiComp = 1;
+    dst.uiRowBytes = uint32_t(rowBytes);
+    SZxPicBuf src = dst;
+    src.uiWidth = factor * w;
+    src.uiHeight = factor * h;
+    src.uiRowBytes = uint32_t(factor * rowBytes);
+    src.ui64DataSize = uint64_t(src.uiRowBytes) * factor * h;
+    src.pData = const_cast<void*>(pSrc);
     CZxPicBufAPI_GeomTrans::Stretch(&dst, &src, 3);
 }
 

@@ -130,6 +130,10 @@ TEST(Binning, AssertionsFromCommon)
     ZX_MonoBinning(&colour, four.data(), 1);
     EXPECT_EQ(c[3], 6);
     EXPECT_EQ(c[4], 0);
+    // Factor 3 into the same buffer reads a packed 6 x 6 source, not 3 x its row length.
+    const std::vector<uint8_t> six(36, 50);
+    ZX_MonoBinning(&colour, six.data(), 3);
+    EXPECT_EQ(c[0] + c[1] + c[2] + c[3], 200);
 
     CZxGrabberSample01 mono(2, 2, 8, 1);
     ZX_BayerBinning(&mono, raw, ZX_BAYER_BGGR, 2);
@@ -141,5 +145,5 @@ TEST(Binning, AssertionsFromCommon)
     EXPECT_EQ(r[0] + r[1] + r[2], 0);
     const uint8_t* m = static_cast<const uint8_t*>(mono.GetDataPtr());
     EXPECT_EQ(m[0] + m[1] + m[2] + m[3], 0);
-    EXPECT_EQ(diag.Size(), 4u);
+    EXPECT_EQ(diag.Size(), 5u);
 }
