@@ -1,5 +1,9 @@
 // An engine with its steps opened to the tests, and a small camera for it.
 #pragma once
+#include <gtest/gtest.h>
+
+#include <vector>
+
 #include "zx/autoexposure.h"
 
 struct Engine : CZxAutoExposure {
@@ -40,3 +44,12 @@ struct Engine : CZxAutoExposure {
         m_quantil.m_uiPixels = 3;
     }
 };
+
+// EXPECT_DOUBLE_EQ per element of `want` against the start of `got`, so a row of
+// related outputs reads as one line.
+inline void ExpectDoubles(const std::vector<double>& want, const std::vector<double>& got)
+{
+    ASSERT_LE(want.size(), got.size());
+    for (size_t i = 0; i < want.size(); ++i)
+        EXPECT_DOUBLE_EQ(want[i], got[i]) << "element " << i;
+}

@@ -33,20 +33,13 @@ TEST(AEColour, OffsetsComeBeforeWhiteBalanceBeforeDisplayGain)
     ae.ComputeAE(true, ZX_AE_BLACKOFFSETS | ZX_AE_OFFSET | ZX_AE_WHITEBALANCE | ZX_AE_HARDWHITE | ZX_AE_DISPLAYGAIN,
                  f, h);
     // Black offsets relative to the largest (red's -10/255); the offset is red's -10/255.
-    EXPECT_DOUBLE_EQ(0.0, f.m_dBlackOffsetR);
-    EXPECT_DOUBLE_EQ(-10.0 / 255, f.m_dBlackOffsetG);
-    EXPECT_DOUBLE_EQ(-20.0 / 255, f.m_dBlackOffsetB);
-    EXPECT_DOUBLE_EQ(-10.0 / 255, f.m_dOffset);
+    ExpectDoubles({0.0, -10.0 / 255, -20.0 / 255, -10.0 / 255},
+                  {f.m_dBlackOffsetR, f.m_dBlackOffsetG, f.m_dBlackOffsetB, f.m_dOffset});
     // Signals above black: 190, 130, 70 (of 255); red, the strongest, gets 1.
-    EXPECT_DOUBLE_EQ(1.0, f.m_dWhiteBalanceR);
-    EXPECT_DOUBLE_EQ(190.0 / 130, f.m_dWhiteBalanceG);
-    EXPECT_DOUBLE_EQ(190.0 / 70, f.m_dWhiteBalanceB);
+    ExpectDoubles({1.0, 190.0 / 130, 190.0 / 70}, {f.m_dWhiteBalanceR, f.m_dWhiteBalanceG, f.m_dWhiteBalanceB});
     // Hard gains scale by the current ones (green 2) and stop at the maximum 2.
-    EXPECT_DOUBLE_EQ(1.0, f.m_dHardWhiteR);
-    EXPECT_DOUBLE_EQ(2.0, f.m_dHardWhiteG);
-    EXPECT_DOUBLE_EQ(2.0, f.m_dHardWhiteB);
-    EXPECT_DOUBLE_EQ(255.0 / 190, f.m_dDisplayGain);
-    EXPECT_DOUBLE_EQ(0.0, f.m_dOverflow);
+    ExpectDoubles({1.0, 2.0, 2.0}, {f.m_dHardWhiteR, f.m_dHardWhiteG, f.m_dHardWhiteB});
+    ExpectDoubles({255.0 / 190, 0.0}, {f.m_dDisplayGain, f.m_dOverflow});
 }
 
 // Replays a factor and exposure per channel call and records the arguments.
@@ -107,57 +100,53 @@ std::unique_ptr<CZxGrabberSample01> ColourFrame(uint32_t w, uint32_t h, uint32_t
     return s;
 }
 
-struct Gains {
+// {pixels counted, red, green, blue gain}
+std::vector<double> AutoWhite(CZxGrabberSample01* s, double ro = 0, double go = 0, double bo = 0,
+                              SZxGrabberProbe* probe = nullptr)
+{
     double r = 0, g = 0, b = 0;
-    int n = 0;
-};
-
-Gains AutoWhite(CZxGrabberSample01* s, double ro = 0, double go = 0, double bo = 0, SZxGrabberProbe* probe = nullptr)
-{
-    Gains out;
-    out.n = ZX_AccurateAutoWhite(&out.r, &out.g, &out.b, ro, go, bo, s, probe);
-    return out;
+    const int n = ZX_AccurateAutoWhite(&r, &g, &b, ro, go, bo, s, probe);
+    return {double(n), r, g, b};
 }
 
-void ExpectGains(const Gains& g, int n, double r, double gr, double b)
-{
-    EXPECT_EQ(n, g.n);
-    EXPECT_DOUBLE_EQ(r, g.r);
-    EXPECT_DOUBLE_EQ(gr, g.g);
-    EXPECT_DOUBLE_EQ(b, g.b);
-}
-
-TEST(AccurateAutoWhite, BrightnessWeightedSumsOnHandMadeFrames)
+TEST(AccurateAutoWhite, BrightnessWeightedSumsOnHandMadeFramesCountTheHistogramsPixels)
 {
     // Weights 70 and 140: red 40x70 + 80x140 = 14000, green 7000, blue 3500.
-    ExpectGains(AutoWhite(ColourFrame(2, 1, 8, {{10, 20, 40}, {20, 40, 80}}).get()), 2, 1.0, 2.0, 4.0);
+    ExpectDoubles({2, 1.0, 2.0, 4.0}, AutoWhite(ColourFrame(2, 1, 8, {{10, 20, 40}, {20, 40, 80}}).get()));
     // Every pixel has a channel at full scale: the saturated sums count (weights
     // 405): red 150, green 150, blue 510.
-    ExpectGains(AutoWhite(ColourFrame(2, 1, 8, {{255, 100, 50}, {255, 50, 100}}).get()), 0, 3.4, 3.4, 1.0);
+    ExpectDoubles({0, 3.4, 3.4, 1.0}, AutoWhite(ColourFrame(2, 1, 8, {{255, 100, 50}, {255, 50, 100}}).get()));
     // One saturated pixel among two that are not: the unsaturated ones count.
-    ExpectGains(AutoWhite(ColourFrame(3, 1, 12, {{4095, 0, 0}, {10, 20, 40}, {20, 40, 80}}).get()), 2, 1, 2, 4);
-    // Blue offset -0.1 of 255 = -25.5 rounds away from zero to -26. A blue of 0
-    // goes negative but weighs |-26|: red = green = 100 x 274 + 100 x 226 = 50000,
-    // blue = 74 x 274 - 26 x 226 = 14400.
-    ExpectGains(AutoWhite(ColourFrame(2, 1, 8, {{100, 100, 100}, {0, 100, 100}}).get(), 0, 0, -0.1), 2, 1.0, 1.0,
-                50000.0 / 14400);
-    ExpectGains(AutoWhite(ColourFrame(4, 3, 16, {{0, 0, 0}}).get()), 12, 1.0, 1.0, 1.0);
-}
+    ExpectDoubles({2, 1, 2, 4}, AutoWhite(ColourFrame(3, 1, 12, {{4095, 0, 0}, {10, 20, 40}, {20, 40, 80}}).get()));
+    // An offset -0.1 of 255 = -25.5 rounds away from zero to -26. A 0 in that
+    // channel goes negative but weighs |-26|: the other channels sum
+    // 100 x 274 + 100 x 226 = 50000, the offset one 74 x 274 - 26 x 226 = 14400.
+    for (int c = 0; c < 3; ++c) {  // red, green, blue
+        std::vector<double> want{2, 1.0, 1.0, 1.0}, off{0, 0, 0};
+        std::array<uint16_t, 3> dark{100, 100, 100};
+        dark[2 - c] = 0;
+        off[c] = -0.1;
+        want[1 + c] = 50000.0 / 14400;
+        ExpectDoubles(want, AutoWhite(ColourFrame(2, 1, 8, {{100, 100, 100}, dark}).get(), off[0], off[1], off[2]));
+    }
+    ExpectDoubles({12, 1.0, 1.0, 1.0}, AutoWhite(ColourFrame(4, 3, 16, {{0, 0, 0}}).get()));
 
-TEST(AccurateAutoWhite, CountsThePixelsTheHistogramCountsAndReportsBadFrames)
-{
     auto frame = ColourFrame(37, 23, 8, {{1, 2, 3}});
     SZxGrabberProbe probes[] = {SZxGrabberProbe::Circle(30, 5, 9), SZxGrabberProbe::Circle(18, 11, 4),
                                 SZxGrabberProbe::Rect(30, 20, 50, 50), SZxGrabberProbe::Rect(40, 0, 5, 5)};
     SZxAEHistogram h(8, false, true);
     for (SZxGrabberProbe& p : probes) {
         ZX_ComputeHistogramAE(&h, frame.get(), &p);
-        EXPECT_EQ(int(h.uiPixelCount), AutoWhite(frame.get(), 0, 0, 0, &p).n);
+        EXPECT_EQ(h.uiPixelCount, AutoWhite(frame.get(), 0, 0, 0, &p)[0]);
     }
+}
+
+TEST(AccurateAutoWhite, ReportsBadFramesAndGivesUnitGains)
+{
     zxtest::DiagCapture diag;
-    ExpectGains(AutoWhite(nullptr), 0, 1.0, 1.0, 1.0);
+    ExpectDoubles({0, 1.0, 1.0, 1.0}, AutoWhite(nullptr));
     CZxGrabberSample01 mono(4, 4, 8, 1);
-    ExpectGains(AutoWhite(&mono), 0, 1.0, 1.0, 1.0);
+    ExpectDoubles({0, 1.0, 1.0, 1.0}, AutoWhite(&mono));
     EXPECT_EQ(1, diag.Count(L"sample == NULL"));
     EXPECT_EQ(1, diag.Count(L"comp != 3"));
     EXPECT_EQ(0, ZX_AccurateAutoWhite(nullptr, nullptr, nullptr, 0, 0, 0, &mono, nullptr));

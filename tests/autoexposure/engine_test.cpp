@@ -7,17 +7,20 @@
 
 namespace {
 
-struct Result {
-    double gain = 0, factor = 0, exposure = 0, requested = 0;
-};
-
-Result Binning(Engine& ae, unsigned flags, double exposure, double white, double overflow, bool clipped = false,
-               unsigned mode = 0, unsigned target = 0, double factor = 1.0)
+// {exposure, factor, gain, requested exposure} of one binning step on setting 1.
+std::vector<double> Binning(Engine& ae, unsigned flags, double exposure, double white, double overflow,
+                            bool clipped = false, unsigned mode = 0, unsigned target = 0, double factor = 1.0)
 {
-    Result r;
-    r.requested = ae.ComputeBinningAE(&r.gain, &r.factor, &r.exposure, flags, 1.0, 0.0, mode, factor, exposure, white,
-                                      overflow, ae.m_setting1, target, 1.0, clipped);
-    return r;
+    double gain = 0, f = 0, e = 0;
+    const double requested = ae.ComputeBinningAE(&gain, &f, &e, flags, 1.0, 0.0, mode, factor, exposure, white,
+                                                 overflow, ae.m_setting1, target, 1.0, clipped);
+    return {e, f, gain, requested};
+}
+
+double Exposure(Engine& ae, unsigned flags, double exposure, double white, double overflow, bool clipped = false,
+                unsigned mode = 0, unsigned target = 0)
+{
+    return Binning(ae, flags, exposure, white, overflow, clipped, mode, target)[0];
 }
 
 TEST(AEStatistics, QuantileWhiteBlackAndOverflowOnAHandMadeHistogram)
@@ -34,68 +37,55 @@ TEST(AEStatistics, QuantileWhiteBlackAndOverflowOnAHandMadeHistogram)
     bins[255] = 1;
     bins[200] = 5;
     bins[100] = 10;
+    const unsigned* b = bins.data();
     ae.m_quantil.m_uiPixels = 3;
-    EXPECT_DOUBLE_EQ(200.0 / 255, ae.ComputeWhiteSignal(bins.data(), 16, 256, 1));
-    EXPECT_DOUBLE_EQ(100.0 / 196, ae.ComputeWhiteSignal(bins.data(), 16, 256, 60));
-    ae.m_quantil.m_uiPixels = 2;
-    EXPECT_DOUBLE_EQ(200.0 / 254, ae.ComputeWhiteSignal(bins.data(), 16, 256, 2));  // the top bin is skipped
-    EXPECT_DOUBLE_EQ(100.0 / 255, ae.ComputeBlackSignal(bins.data(), 16, 256));
-    // 255 x 0.79 = 201.45 leaves only the top bin; 254 x 0.79 = 200.66 takes bin 200 too.
-    EXPECT_DOUBLE_EQ(1.0 / 16, ae.ComputeOverflow(bins.data(), 16, 256, 0.79, 1));
-    EXPECT_DOUBLE_EQ(6.0 / 16, ae.ComputeOverflow(bins.data(), 16, 256, 0.79, 2));
+    EXPECT_DOUBLE_EQ(200.0 / 255, ae.ComputeWhiteSignal(b, 16, 256, 1));
+    EXPECT_DOUBLE_EQ(100.0 / 196, ae.ComputeWhiteSignal(b, 16, 256, 60));
     // Excluded counts that would start the walk outside the bins stay inside them.
-    EXPECT_DOUBLE_EQ(200.0 / 255, ae.ComputeWhiteSignal(bins.data(), 16, 256, -5));
-    EXPECT_DOUBLE_EQ(0.0, ae.ComputeWhiteSignal(bins.data(), 16, 256, 1000));
+    EXPECT_DOUBLE_EQ(200.0 / 255, ae.ComputeWhiteSignal(b, 16, 256, -5));
+    EXPECT_DOUBLE_EQ(0.0, ae.ComputeWhiteSignal(b, 16, 256, 1000));
+    ae.m_quantil.m_uiPixels = 2;
+    EXPECT_DOUBLE_EQ(200.0 / 254, ae.ComputeWhiteSignal(b, 16, 256, 2));  // the top bin is skipped
+    EXPECT_DOUBLE_EQ(100.0 / 255, ae.ComputeBlackSignal(b, 16, 256));
+    // 255 x 0.79 = 201.45 leaves only the top bin; 254 x 0.79 = 200.66 takes bin 200 too.
+    EXPECT_DOUBLE_EQ(1.0 / 16, ae.ComputeOverflow(b, 16, 256, 0.79, 1));
+    EXPECT_DOUBLE_EQ(6.0 / 16, ae.ComputeOverflow(b, 16, 256, 0.79, 2));
 }
 
 TEST(AEDisplayGainOffset, LimitsAndExposureGood)
 {
     Engine ae;
-    EXPECT_DOUBLE_EQ(4.0, ae.ComputeAutoGain(0.2, -0.3, 4.0));
-    EXPECT_DOUBLE_EQ(2.0, ae.ComputeAutoGain(0.4, 0.1, 4.0));
-    EXPECT_DOUBLE_EQ(4.0, ae.ComputeAutoGain(0.1, 0.0, 4.0));
-    EXPECT_DOUBLE_EQ(1.0, ae.ComputeAutoGain(2.0, 0.0, 4.0));
-    EXPECT_DOUBLE_EQ(-0.05, ae.ComputeAutoOffset(0.05, -0.1, 0.1));
-    EXPECT_DOUBLE_EQ(-0.1, ae.ComputeAutoOffset(0.3, -0.1, 0.1));
-    EXPECT_DOUBLE_EQ(0.1, ae.ComputeAutoOffset(-0.5, -0.1, 0.1));
-
+    ExpectDoubles({4.0, 2.0, 4.0, 1.0}, {ae.ComputeAutoGain(0.2, -0.3, 4.0), ae.ComputeAutoGain(0.4, 0.1, 4.0),
+                                         ae.ComputeAutoGain(0.1, 0.0, 4.0), ae.ComputeAutoGain(2.0, 0.0, 4.0)});
+    ExpectDoubles({-0.05, -0.1, 0.1}, {ae.ComputeAutoOffset(0.05, -0.1, 0.1), ae.ComputeAutoOffset(0.3, -0.1, 0.1),
+                                       ae.ComputeAutoOffset(-0.5, -0.1, 0.1)});
     EXPECT_FALSE(ae.ComputeAutoDisplay(0.8, 0.0, 10, 1, 1.0, 0.9, true));  // strict needs above 0.81
     EXPECT_FALSE(ae.ComputeAutoDisplay(1.0, 0.0, 5, 1, 1.0, 0.9, true));  // saturated at the shortest exposures
     EXPECT_TRUE(ae.ComputeAutoDisplay(1.0, 0.04, 6, 1, 1.0, 0.9, true));
     EXPECT_FALSE(ae.ComputeAutoDisplay(1.0, 0.06, 6, 1, 1.0, 0.9, false));
 }
 
-TEST(AEBinning, SaturatedStepsByOverflowAndClipping)
+TEST(AEBinning, SaturatedStepsByOverflowAndClippingDarkBoostsByThirtyTwoTimesTheSensitivityRatio)
 {
     Engine ae;
-    const unsigned f = ZX_AE_EXPOSURE;
-    EXPECT_DOUBLE_EQ(6.25, Binning(ae, f, 100, 1.0, 0.6).exposure);
-    EXPECT_DOUBLE_EQ(25.0, Binning(ae, f, 100, 1.0, 0.6, true).exposure);
-    EXPECT_DOUBLE_EQ(98.0, Binning(ae, f, 100, 1.0, 0.1, true).exposure);  // 1 - 0.1 x 4 x 0.05
-    EXPECT_DOUBLE_EQ(25.0, Binning(ae, f, 100, 1.0, 0.2).exposure);
-    EXPECT_DOUBLE_EQ(25.0, Binning(ae, f, 100, 1.0, 0.6, false, 1, 0).exposure);  // mode 1 for mode 0: x 4
+    const unsigned e = ZX_AE_EXPOSURE, ef = ZX_AE_EXPOSURE | ZX_AE_FACTOR;
+    EXPECT_DOUBLE_EQ(6.25, Exposure(ae, e, 100, 1.0, 0.6));
+    EXPECT_DOUBLE_EQ(25.0, Exposure(ae, e, 100, 1.0, 0.6, true));
+    EXPECT_DOUBLE_EQ(98.0, Exposure(ae, e, 100, 1.0, 0.1, true));  // 1 - 0.1 x 4 x 0.05
+    EXPECT_DOUBLE_EQ(25.0, Exposure(ae, e, 100, 1.0, 0.2));
+    EXPECT_DOUBLE_EQ(25.0, Exposure(ae, e, 100, 1.0, 0.6, false, 1, 0));  // mode 1 for mode 0: x 4
     // With the factor, the step lowers the factor first, down to 1.
-    const Result r = Binning(ae, f | ZX_AE_FACTOR, 100, 1.0, 0.6, false, 0, 0, 4.0);
-    EXPECT_DOUBLE_EQ(1.0, r.factor);
-    EXPECT_DOUBLE_EQ(25.0, r.exposure);
+    ExpectDoubles({25.0, 1.0}, Binning(ae, ef, 100, 1.0, 0.6, false, 0, 0, 4.0));
     EXPECT_FALSE(ae.m_bDark);
-}
 
-TEST(AEBinning, DarkFrameBoostsByThirtyTwoTimesTheSensitivityRatio)
-{
-    Engine ae;
-    Result r = Binning(ae, ZX_AE_EXPOSURE, 1.0, 0.0, 0.0);
+    EXPECT_DOUBLE_EQ(32.0, Exposure(ae, e, 1.0, 0.0, 0.0));
     EXPECT_TRUE(ae.m_bDark);
-    EXPECT_DOUBLE_EQ(32.0, r.exposure);
-    EXPECT_DOUBLE_EQ(8.0, Binning(ae, ZX_AE_EXPOSURE, 1.0, 0.0, 0.0, false, 0, 1).exposure);  // 32 x 1/4
-    r = Binning(ae, ZX_AE_EXPOSURE, 10.0, 0.0, 0.0);
-    EXPECT_DOUBLE_EQ(320.0, r.requested);
-    EXPECT_DOUBLE_EQ(100.0, r.exposure);  // the setting's maximum
+    EXPECT_DOUBLE_EQ(8.0, Exposure(ae, e, 1.0, 0.0, 0.0, false, 0, 1));  // 32 x 1/4
+    EXPECT_DOUBLE_EQ(100.0, Exposure(ae, e, 10.0, 0.0, 0.0));  // the setting's maximum
+    EXPECT_DOUBLE_EQ(320.0, Binning(ae, e, 10.0, 0.0, 0.0)[3]);
     // The factor takes the boost first, up to its maximum of 8; exposure the rest.
-    r = Binning(ae, ZX_AE_EXPOSURE | ZX_AE_FACTOR, 1.0, 0.0, 0.0);
-    EXPECT_DOUBLE_EQ(8.0, r.factor);
-    EXPECT_DOUBLE_EQ(4.0, r.exposure);
-    Binning(ae, ZX_AE_EXPOSURE, 1.0, 0.5, 0.0);
+    ExpectDoubles({4.0, 8.0}, Binning(ae, ef, 1.0, 0.0, 0.0));
+    Binning(ae, e, 1.0, 0.5, 0.0);
     EXPECT_FALSE(ae.m_bDark);
 }
 
@@ -106,25 +96,21 @@ TEST(AEBinning, NoiseOptimalSplitAboveTheKneeAndTheFactorAtTheLimit)
     // white 0.2 at exposure 2 (0.1 per unit), a = b = 1, level 0: q = 0.2, c = 0.2, h = 0.4,
     // r = sqrt(0.16 + 0.64), x1 = (r - h) / 0.4 = 1.2361, ee = 2 x 2.2361 = 4.472,
     // inside [e1, e2] = [2, 8]; with a step of 0.5 rounded down to 4.0. Gain 1 / (4 x 0.1) = 2.5.
-    EXPECT_NEAR(4.4721, Binning(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0).exposure, 5e-4);
+    EXPECT_NEAR(4.4721, Exposure(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0), 5e-4);
     ae.m_cameraDesc[0].m_dExposureStep = 0.5;
-    Result r = Binning(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0);
-    EXPECT_DOUBLE_EQ(4.0, r.exposure);
-    EXPECT_DOUBLE_EQ(2.5, r.gain);
+    ExpectDoubles({4.0, 1.0, 2.5}, Binning(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0));
     // Without the split the high target's exposure (0.9 / 0.1) is taken.
-    EXPECT_DOUBLE_EQ(9.0, Binning(ae, ZX_AE_EXPOSURE | ZX_AE_NOSPLIT, 2.0, 0.2, 0.0).exposure);
+    EXPECT_DOUBLE_EQ(9.0, Exposure(ae, ZX_AE_EXPOSURE | ZX_AE_NOSPLIT, 2.0, 0.2, 0.0));
     // A split gain of 2.236 above the maximum gain 2 sets the exposure to (1/2) / 0.1.
     ae.m_setting1.m_dMaxGain = 2.0;
-    EXPECT_DOUBLE_EQ(5.0, Binning(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0).exposure);
+    EXPECT_DOUBLE_EQ(5.0, Exposure(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0));
 
     // e2 = 0.8 / 0.1 = 8 is cut to 4, so u = 0.4; the factor sqrt(1 / u) = 1.581
     // lies within [1, 0.8 / u = 2]; the gain tops the white up to full scale.
     Engine limited;
     limited.m_setting1.m_dMaxExposure = 4.0;
-    r = Binning(limited, ZX_AE_EXPOSURE | ZX_AE_FACTOR, 1.0, 0.1, 0.0);
-    EXPECT_DOUBLE_EQ(4.0, r.exposure);
-    EXPECT_NEAR(std::sqrt(2.5), r.factor, 1e-12);
-    EXPECT_NEAR(std::sqrt(2.5), r.gain, 1e-12);
+    ExpectDoubles({4.0, std::sqrt(2.5), std::sqrt(2.5)},
+                  Binning(limited, ZX_AE_EXPOSURE | ZX_AE_FACTOR, 1.0, 0.1, 0.0));
 }
 
 // Replays scripted results per target mode and records the modes asked for.
@@ -161,6 +147,8 @@ TEST(AEModeSearch, MovesUpDownAndBackAfterAnOvershootWithinTheModes)
     s.requested[1] = s.requested[2] = 150;
     EXPECT_EQ(2u, s.Search(0));
     EXPECT_EQ((std::vector<unsigned>{0, 1, 2}), s.asked);
+    s.requested[1] = 105;  // within 1.1 x maximum: mode 1 is long enough
+    EXPECT_EQ(1u, s.Search(0));
 
     // Below 0.9 x maximum with a product under the lower bound: down to mode 0 and no further.
     s.requested[0] = s.requested[1] = s.requested[2] = 10;
@@ -185,15 +173,15 @@ TEST(AEModeSearch, MovesUpDownAndBackAfterAnOvershootWithinTheModes)
     EXPECT_EQ((std::vector<unsigned>{2}), s.asked);
 }
 
-// `count` pixels in bin `bin` of 256.
-SZxAEHistogram MonoHisto(unsigned bin, unsigned count)
+// 100 pixels in bin 51 of 256: white 0.2 at exposure 1.
+SZxAEHistogram MonoHisto()
 {
     SZxAEHistogram h(8, true, false);
     std::fill(h.pdwHisto[0], h.pdwHisto[0] + 256, 0u);
-    h.pdwHisto[0][bin] = count;
+    h.pdwHisto[0][51] = 100;
     h.bMono = true;
     h.uiBinCount = 256;
-    h.uiPixelCount = count;
+    h.uiPixelCount = 100;
     return h;
 }
 
@@ -204,34 +192,27 @@ struct BlindWhite : Engine {
 TEST(AECompute, MonoUsesTheSelectedSettingAndOverriddenSteps)
 {
     Engine ae;
-    SZxAEHistogram h = MonoHisto(51, 100);  // white 0.2 at exposure 1
-    SZxAEFrameDesc frame;
-    ae.ComputeAE(true, ZX_AE_EXPOSURE | ZX_AE_DISPLAYGAIN, frame, h);
-    EXPECT_DOUBLE_EQ(4.0, frame.m_dExposure);  // 0.8 / 0.2
-    EXPECT_DOUBLE_EQ(5.0, frame.m_dDisplayGain);
-    EXPECT_TRUE(frame.m_bExposureGood);
-    frame = SZxAEFrameDesc();
-    ae.ComputeAE(false, ZX_AE_EXPOSURE | ZX_AE_STRICT, frame, h);
-    EXPECT_DOUBLE_EQ(2.5, frame.m_dExposure);  // 0.5 / 0.2
-    EXPECT_FALSE(frame.m_bExposureGood);
-
+    SZxAEHistogram h = MonoHisto();
+    SZxAEFrameDesc f1, f2, converted, blind;
+    ae.ComputeAE(true, ZX_AE_EXPOSURE | ZX_AE_DISPLAYGAIN, f1, h);
+    ae.ComputeAE(false, ZX_AE_EXPOSURE | ZX_AE_STRICT, f2, h);
     // Converting to setting 1: the white sat at setting 2's high target (0.5), so 0.8 / 0.5.
-    frame = SZxAEFrameDesc();
-    frame.m_dDisplayGain = 0.5;
-    ae.ConvertAE(true, ZX_AE_EXPOSURE, frame, true, false);
-    EXPECT_DOUBLE_EQ(1.6, frame.m_dExposure);
+    converted.m_dDisplayGain = 0.5;
+    ae.ConvertAE(true, ZX_AE_EXPOSURE, converted, true, false);
+    ExpectDoubles({4.0, 5.0, 2.5, 1.6}, {f1.m_dExposure, f1.m_dDisplayGain, f2.m_dExposure, converted.m_dExposure});
+    EXPECT_TRUE(f1.m_bExposureGood);
+    EXPECT_FALSE(f2.m_bExposureGood);
 
-    BlindWhite blind;
-    frame = SZxAEFrameDesc();
-    blind.ComputeAE(true, ZX_AE_EXPOSURE, frame, h);
-    EXPECT_TRUE(blind.m_bDark);
-    EXPECT_DOUBLE_EQ(32.0, frame.m_dExposure);
+    BlindWhite b;
+    b.ComputeAE(true, ZX_AE_EXPOSURE, blind, h);
+    EXPECT_TRUE(b.m_bDark);
+    EXPECT_DOUBLE_EQ(32.0, blind.m_dExposure);
 }
 
 TEST(AECompute, BadInputIsReportedAndLeavesTheFrameAlone)
 {
     CZxAutoExposure ae;
-    SZxAEHistogram h = MonoHisto(51, 100);
+    SZxAEHistogram h = MonoHisto(), colourless(8, true, false);
     SZxAEFrameDesc frame;
     frame.m_dExposure = 3.0;
     {
@@ -242,7 +223,6 @@ TEST(AECompute, BadInputIsReportedAndLeavesTheFrameAlone)
         ae.ComputeAE(true, ZX_AE_EXPOSURE, frame, h);
         ae.ConvertAE(true, ZX_AE_EXPOSURE, frame, true, false);
         frame.m_uiCameraMode = 0;
-        SZxAEHistogram colourless(8, true, false);
         ae.ComputeAE(true, ZX_AE_EXPOSURE, frame, colourless);
         EXPECT_EQ(1, diag.Count(L"m_uiCameraDescCount == 0 || m_uiCameraDescCount > kMaxCameraDescs"));
         EXPECT_EQ(2, diag.Count(L"frame.m_uiCameraMode >= m_uiCameraDescCount"));
