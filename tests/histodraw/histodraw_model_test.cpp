@@ -26,19 +26,31 @@ struct Counts {
     }
 };
 
-// "lo..hi" of a display range (c = -1: combined), or the status when it failed.
-std::string Range(const CZxHistoDraw& d, int c, bool orig = false)
+// "lo..hi lo..hi": the display range and the source levels' range (c = -1:
+// combined); a failed query shows its status instead.
+std::string Ranges(const CZxHistoDraw& d, int c)
 {
-    uint32_t lo = 0, hi = 0;
-    const int rc = c < 0 ? (orig ? d.GetRangeOrig(&lo, &hi) : d.GetRange(&lo, &hi))
-                         : (orig ? d.GetRangeCompOrig(c, &lo, &hi) : d.GetRangeComp(c, &lo, &hi));
-    return rc ? std::to_string(rc) : std::to_string(lo) + ".." + std::to_string(hi);
+    auto show = [](int rc, uint32_t lo, uint32_t hi) {
+        return rc ? std::to_string(rc) : std::to_string(lo) + ".." + std::to_string(hi);
+    };
+    uint32_t lo = 0, hi = 0, olo = 0, ohi = 0;
+    const int rc = c < 0 ? d.GetRange(&lo, &hi) : d.GetRangeComp(c, &lo, &hi);
+    const int orc = c < 0 ? d.GetRangeOrig(&olo, &ohi) : d.GetRangeCompOrig(c, &olo, &ohi);
+    return show(rc, lo, hi) + " " + show(orc, olo, ohi);
 }
 
 std::vector<uint32_t> Bins(const CZxHistoDraw& d, int c, size_t n)
 {
     const uint32_t* b = d.GetBinData(c);
     return b ? std::vector<uint32_t>(b, b + n) : std::vector<uint32_t>();
+}
+
+// {below, within, above}, or {status} when the query fails.
+std::vector<double> Stats(const CZxHistoDraw& d, uint32_t lo, uint32_t hi)
+{
+    double below = -1, within = -1, above = -1;
+    const int rc = d.GetStats(lo, hi, &below, &within, &above);
+    return rc ? std::vector<double>{double(rc)} : std::vector<double>{below, within, above};
 }
 
 TEST(HistoDrawBinning, EqualDepthKeepsLevelsDeeperFramesShareBinsAndTheRestStaysInside)
@@ -49,19 +61,19 @@ TEST(HistoDrawBinning, EqualDepthKeepsLevelsDeeperFramesShareBinsAndTheRestStays
     eight.all[200] = 7;
     ASSERT_EQ(d.SetHistogram(eight.h, 1, nullptr), ZX_OK);
     EXPECT_EQ(Bins(d, -1, 256)[200], 7u);
-    EXPECT_EQ(Range(d, -1), "3..200");
+    EXPECT_EQ(Ranges(d, -1), "3..200 3..200");
 
     Counts twelve(12, 1, std::vector<uint32_t>(16, 1));
     twelve.all[4095] = 9;
     ASSERT_EQ(d.SetHistogram(twelve.h, 1, nullptr), ZX_OK);
     EXPECT_EQ(Bins(d, -1, 2), (std::vector<uint32_t>{16, 0}));
     EXPECT_EQ(Bins(d, -1, 256)[255], 9u);
-    EXPECT_EQ(Range(d, -1, true), "0..4095");
+    EXPECT_EQ(Ranges(d, -1), "0..255 0..4095");
 
     // 256 levels into 100 bins: divisor 2 would reach bin 127.
     CZxHistoDraw odd(100, CZxHistoDraw::FLAG_COMBINED);
     ASSERT_EQ(odd.SetHistogram(eight.h, 1, nullptr), ZX_OK);
-    EXPECT_EQ(Range(odd, -1), "1..99");
+    EXPECT_EQ(Ranges(odd, -1), "1..99 3..200");
 }
 
 TEST(HistoDrawStats, HandComputedMeanAndFractions)
@@ -69,25 +81,19 @@ TEST(HistoDrawStats, HandComputedMeanAndFractions)
     CZxHistoDraw d(4, CZxHistoDraw::FLAG_COMBINED);
     Counts c(2, 1, {1, 2, 3, 4});
     ASSERT_EQ(d.SetHistogram(c.h, 1, nullptr), ZX_OK);
-    double mean = 0, below = -1, within = -1, above = -1;
+    double mean = 0;
     ASSERT_EQ(d.GetMeanFreq(&mean), ZX_OK);
     EXPECT_DOUBLE_EQ(mean, 20.0 / 10.0 / 3.0 * 255.0);
-    ASSERT_EQ(d.GetStats(1, 2, &below, &within, &above), ZX_OK);
-    EXPECT_DOUBLE_EQ(below, 0.1);
-    EXPECT_DOUBLE_EQ(within, 0.5);
-    EXPECT_DOUBLE_EQ(above, 0.4);
-    ASSERT_EQ(d.GetStats(0, 99, &below, &within, &above), ZX_OK);
-    EXPECT_EQ(below + above, 0.0);
+    EXPECT_EQ(Stats(d, 1, 2), (std::vector<double>{0.1, 0.5, 0.4}));
+    EXPECT_EQ(Stats(d, 0, 99), (std::vector<double>{0, 1, 0}));
 
     Counts zero(2, 1, {8});   // everything in bin 0: no mean
     ASSERT_EQ(d.SetHistogram(zero.h, 1, nullptr), ZX_OK);
     EXPECT_EQ(d.GetMeanFreq(&mean), ZX_E_FAIL);
     zero.all[0] = 0;
     ASSERT_EQ(d.SetHistogram(zero.h, 1, nullptr), ZX_OK);
-    EXPECT_EQ(Range(d, -1), "-9");
-    EXPECT_EQ(Range(d, -1, true), "-9");
-    ASSERT_EQ(d.GetStats(1, 2, &below, &within, &above), ZX_OK);
-    EXPECT_EQ(below + within + above, 0.0);
+    EXPECT_EQ(Ranges(d, -1), "-9 -9");
+    EXPECT_EQ(Stats(d, 1, 2), (std::vector<double>{0, 0, 0}));
 }
 
 TEST(HistoDrawLut, RebinsThroughGammaAndAppliesTheDestinationMaximumToComponentsOnly)
@@ -114,43 +120,38 @@ TEST(HistoDrawLut, RebinsThroughGammaAndAppliesTheDestinationMaximumToComponents
     for (double& m : half.adMaxDst)
         m = 0.5;
     ASSERT_EQ(rgb.SetHistogram(col.h, CZxHistoDraw::PIXELKIND_RGB, &half), ZX_OK);
-    EXPECT_EQ(Range(rgb, -1), "255..255");
-    EXPECT_EQ(Range(rgb, 1), "127..127");
-    EXPECT_EQ(Range(rgb, 2, true), "127..127");
+    EXPECT_EQ(Ranges(rgb, -1), "255..255 255..255");
+    EXPECT_EQ(Ranges(rgb, 1), "127..127 127..127");
 }
 
 TEST(HistoDrawComponents, MonochromeKeepsNoComponentDataAndUnknownKindsBuildNone)
 {
     CZxHistoDraw d(256, 3);
-    Counts mono(8, 1);
+    Counts mono(8, 1), col(8, 3);
     mono.all[10] = 1;
     ASSERT_EQ(d.SetHistogram(mono.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_OK);
     double m;
     EXPECT_EQ(d.GetComponents(), 0u);
-    EXPECT_EQ(Range(d, 0), "-9");
-    EXPECT_EQ(Range(d, 0, true), "-9");
+    EXPECT_EQ(Ranges(d, 0), "-9 -9");
     EXPECT_EQ(d.GetMeanFreqComp(0, &m), ZX_E_FAIL);
 
-    Counts col(8, 3);
     col.all[50] = 3;
     col.comp[0][40] = col.comp[1][50] = col.comp[2][60] = 1;
     ASSERT_EQ(d.SetHistogram(col.h, 1, nullptr), ZX_OK);
     EXPECT_EQ(d.GetComponents(), 3u);
-    EXPECT_EQ(Range(d, 0), "-9");
-    EXPECT_EQ(Range(d, 0, true), "-9");
+    EXPECT_EQ(Ranges(d, 0), "-9 -9");
 
     ASSERT_EQ(d.SetHistogram(col.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_OK);
-    EXPECT_EQ(Range(d, 2, true), "60..60");
-    EXPECT_EQ(Range(d, 3), "-9");
+    EXPECT_EQ(Ranges(d, 2), "60..60 60..60");
+    EXPECT_EQ(Ranges(d, 3), "-9 -9");
     uint32_t red = 0;
     ASSERT_EQ(d.GetCompColor(2, &red), ZX_OK);
     EXPECT_EQ(red, 0x0000FFu);
 
     CZxHistoDraw split(128, CZxHistoDraw::FLAG_COMPONENTS);   // the host's split model
     ASSERT_EQ(split.SetHistogram(col.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_OK);
-    EXPECT_EQ(Range(split, -1), "-9");
-    EXPECT_EQ(Range(split, -1, true), "-9");
-    EXPECT_EQ(Range(split, 0), "20..20");
+    EXPECT_EQ(Ranges(split, -1), "-9 -9");
+    EXPECT_EQ(Ranges(split, 0), "20..20 40..40");
 }
 
 TEST(HistoDrawInput, BadHistogramsFailAndLeaveTheLastOneIntactAndCopiesAreDeep)
@@ -158,14 +159,12 @@ TEST(HistoDrawInput, BadHistogramsFailAndLeaveTheLastOneIntactAndCopiesAreDeep)
     const long long before = CZxAlloc::Outstanding();
     {
         CZxHistoDraw d(256, 3);
-        double v;
-        EXPECT_EQ(Range(d, -1, true), "-9");
-        EXPECT_EQ(d.GetStats(0, 1, &v, &v, &v), ZX_E_FAIL);
+        EXPECT_EQ(Ranges(d, -1), "-9 -9");
+        EXPECT_EQ(Stats(d, 0, 1), std::vector<double>{ZX_E_FAIL});
 
-        Counts good(8, 1);
+        Counts good(8, 1), deep(8, 1), missing(8, 3), many(8, 3);
         good.all[77] = 1;
         ASSERT_EQ(d.SetHistogram(good.h, 1, nullptr), ZX_OK);
-        Counts deep(8, 1), missing(8, 3), many(8, 3);
         deep.h.uiBits = 25;
         missing.h.pdwCompHisto[1] = nullptr;
         many.h.uiComp = 5;
@@ -173,16 +172,15 @@ TEST(HistoDrawInput, BadHistogramsFailAndLeaveTheLastOneIntactAndCopiesAreDeep)
         EXPECT_EQ(d.SetHistogram(deep.h, 1, nullptr), ZX_E_FAIL);
         EXPECT_EQ(d.SetHistogram(missing.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_E_FAIL);
         EXPECT_EQ(d.SetHistogram(many.h, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_E_FAIL);
-        EXPECT_EQ(Range(d, -1), "77..77");
-        CZxHistoDraw noBins(0, 3);
-        EXPECT_EQ(noBins.SetHistogram(good.h, 1, nullptr), ZX_E_FAIL);
+        EXPECT_EQ(Ranges(d, -1), "77..77 77..77");
+        EXPECT_EQ(CZxHistoDraw(0, 3).SetHistogram(good.h, 1, nullptr), ZX_E_FAIL);
 
         CZxHistoDraw copy(d);
         good.all[5] = 1;
         ASSERT_EQ(d.SetHistogram(good.h, 1, nullptr), ZX_OK);
-        EXPECT_EQ(Range(copy, -1), "77..77");
+        EXPECT_EQ(Ranges(copy, -1), "77..77 77..77");
         copy = d;
-        EXPECT_EQ(Range(copy, -1), "5..77");
+        EXPECT_EQ(Ranges(copy, -1), "5..77 5..77");
     }
     EXPECT_EQ(CZxAlloc::Outstanding(), before);
 }
@@ -197,18 +195,16 @@ TEST(HistoDrawInput, FrameHistogramsSumColourChannelsIntoTheCombinedCounts)
     ZX_ComputeHistogramAE(&ae, &pb, nullptr);
     ASSERT_EQ(d.SetHistogram(ae, CZxHistoDraw::PIXELKIND_RGB, nullptr), ZX_OK);
     EXPECT_EQ(Bins(d, -1, 6), (std::vector<uint32_t>{0, 2, 1, 2, 0, 1}));
-    EXPECT_EQ(Range(d, 1), "2..5");   // green
-    EXPECT_EQ(Range(d, 0), "1..1");   // blue
+    EXPECT_EQ(Ranges(d, 1), "2..5 2..5");   // green
+    EXPECT_EQ(Ranges(d, 0), "1..1 1..1");   // blue
 }
 
 TEST(HistoDrawBarHeight, RoundsAndStaysInsideThePlot)
 {
-    EXPECT_EQ(CZxHistoDraw::CalcHistoY(1.0, 0.5, 100), 50u);
-    EXPECT_EQ(CZxHistoDraw::CalcHistoY(2.0, 0.25, 100), 50u);
-    EXPECT_EQ(CZxHistoDraw::CalcHistoY(1.0, 0.004, 100), 0u);
-    EXPECT_EQ(CZxHistoDraw::CalcHistoY(1.0, 0.005, 100), 1u);
-    EXPECT_EQ(CZxHistoDraw::CalcHistoY(1.0, 3.0, 100), 100u);
-    EXPECT_EQ(CZxHistoDraw::CalcHistoY(1.0, std::nan(""), 100), 0u);
+    const struct { double exponent, fraction; uint32_t y; } cases[] = {
+        {1.0, 0.5, 50}, {2.0, 0.25, 50}, {1.0, 0.004, 0}, {1.0, 0.005, 1}, {1.0, 3.0, 100}, {1.0, std::nan(""), 0}};
+    for (const auto& c : cases)
+        EXPECT_EQ(CZxHistoDraw::CalcHistoY(c.exponent, c.fraction, 100), c.y) << c.exponent << " " << c.fraction;
 }
 
 } // namespace
