@@ -115,8 +115,7 @@ TEST(AEBinning, NoiseOptimalSplitAboveTheKneeAndTheFactorAtTheLimit)
 
 // Replays scripted results per target mode and records the modes asked for.
 struct ScriptedSearch : Engine {
-    double requested[3] = {0, 0, 0};
-    double product[3] = {1.8, 1.8, 1.8};  // between the lower (1.5) and upper (2) bounds
+    std::vector<double> requested, product;
     std::vector<unsigned> asked;
 
     double ComputeBinningAE(double* gainOut, double* factorOut, double* exposureOut, unsigned, double, double,
@@ -129,8 +128,11 @@ struct ScriptedSearch : Engine {
         *exposureOut = 10.0 + target;
         return requested[target];
     }
-    unsigned Search(unsigned start, double* exposure = nullptr)
+    // The mode the search ends in from `start`, given each mode's requested exposure and total gain.
+    unsigned Search(unsigned start, std::vector<double> req, std::vector<double> prod, double* exposure = nullptr)
     {
+        requested = req;
+        product = prod;
         asked.clear();
         unsigned mode = 99;
         ComputeAutoExposure(&mode, nullptr, exposure, nullptr, ZX_AE_MODESEARCH, 1.0, 0.0, start, 1.0, 1.0, 0.5,
@@ -142,34 +144,25 @@ struct ScriptedSearch : Engine {
 TEST(AEModeSearch, MovesUpDownAndBackAfterAnOvershootWithinTheModes)
 {
     ScriptedSearch s;
+    const std::vector<double> within{1.8, 1.8, 1.8};  // total gains between the bounds 1.5 and 2
     // More than 1.1 x the maximum exposure (100) in every mode: up to the last mode.
-    s.requested[0] = 300;
-    s.requested[1] = s.requested[2] = 150;
-    EXPECT_EQ(2u, s.Search(0));
+    EXPECT_EQ(2u, s.Search(0, {300, 150, 150}, within));
     EXPECT_EQ((std::vector<unsigned>{0, 1, 2}), s.asked);
-    s.requested[1] = 105;  // within 1.1 x maximum: mode 1 is long enough
-    EXPECT_EQ(1u, s.Search(0));
+    EXPECT_EQ(1u, s.Search(0, {300, 105, 150}, within));  // within 1.1 x maximum: mode 1 is long enough
 
     // Below 0.9 x maximum with a product under the lower bound: down to mode 0 and no further.
-    s.requested[0] = s.requested[1] = s.requested[2] = 10;
-    s.product[0] = s.product[1] = s.product[2] = 1.0;
-    EXPECT_EQ(0u, s.Search(2));
+    EXPECT_EQ(0u, s.Search(2, {10, 10, 10}, {1.0, 1.0, 1.0}));
     EXPECT_EQ((std::vector<unsigned>{2, 1, 0}), s.asked);
 
     // Down from 2 overshoots in mode 1: mode 2 again, with the values evaluated for mode 1.
-    s.requested[1] = 200;
-    s.product[1] = 1.8;
     double exposure = 0;
-    EXPECT_EQ(2u, s.Search(2, &exposure));
+    EXPECT_EQ(2u, s.Search(2, {10, 200, 10}, {1.0, 1.8, 1.0}, &exposure));
     EXPECT_EQ((std::vector<unsigned>{2, 1}), s.asked);
     EXPECT_DOUBLE_EQ(11.0, exposure);
 
     // A total gain above the upper bound moves up too; a start past the modes starts at the last.
-    s.product[0] = 3.0;
-    s.requested[0] = s.requested[1] = 10;
-    s.product[1] = s.product[2] = 1.8;
-    EXPECT_EQ(1u, s.Search(0));
-    EXPECT_EQ(2u, s.Search(7));
+    EXPECT_EQ(1u, s.Search(0, {10, 10, 10}, {3.0, 1.8, 1.8}));
+    EXPECT_EQ(2u, s.Search(7, {10, 10, 10}, {3.0, 1.8, 1.8}));
     EXPECT_EQ((std::vector<unsigned>{2}), s.asked);
 }
 

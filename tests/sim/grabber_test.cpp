@@ -27,7 +27,7 @@ TEST(SimGrabber, EnumeratesUnitsAndTheirCameras)
     EXPECT_STREQ(g.GrabberDriverGetClassNameLogical(), ZXSIM_DRIVER_CLASS);
 }
 
-TEST(SimGrabber, SecondaryGrabbersHaveTheirOwnCameras)
+TEST(SimGrabber, SecondaryGrabbersHaveTheirOwnCamerasAndTheConnectionDialogAddsAUnit)
 {
     CZxSimGrabber g(2);
     ASSERT_EQ(g.SecGrabber_GetCount(), 2);
@@ -49,11 +49,8 @@ TEST(SimGrabber, SecondaryGrabbersHaveTheirOwnCameras)
     g.GetProvider_Low()->FormatGet_WRP(1, f);
     EXPECT_EQ(f.m_uiComp, 3u);
     EXPECT_EQ(g.CameraSet_WRP(L"SIM-M1024-0003"), ZX_E_FAIL);   // on another unit
-}
 
-TEST(SimGrabber, ConnectionDialogAddsAUnit)
-{
-    CZxSimGrabber g;
+    // The connection dialog adds a unit.
     auto unit = std::make_unique<SZxGrabberHWUnit>();
     EXPECT_EQ(g.ShowConnectionUi_WRP(*unit, nullptr), ZX_E_CANCELLED);
     g.QueueConnection(SZxGrabberHWUnit(L"Lab", L"sim://lab"));
