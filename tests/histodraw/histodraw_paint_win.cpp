@@ -39,6 +39,13 @@ public:
             ++n;
         return n;
     }
+    std::vector<int> Runs(std::initializer_list<int> xs, int bottom, COLORREF color) const
+    {
+        std::vector<int> runs;
+        for (int x : xs)
+            runs.push_back(Run(x, bottom, color));
+        return runs;
+    }
 
 private:
     HDC m_dc;
@@ -60,11 +67,7 @@ TEST(HistoDrawPaint, CombinedBarsAreGreyColumnsScaledToTheLargestCounter)
     const CZxRectBase<int> plot(10, 10, 266, 110);
     ASSERT_EQ(d.DrawIntoDC(cv.Dc(), plot, 1.0, CZxHistoDraw::MODE_COMBINED,
                            CZxRangeMask(CZxRangeMask::FULL_MASK), false), ZX_OK);
-    EXPECT_EQ(cv.Run(10, 110, 0x808080), 100);
-    EXPECT_EQ(cv.Run(11, 110, 0x808080), 50);
-    EXPECT_EQ(cv.Run(265, 110, 0x808080), 1);
-    EXPECT_EQ(cv.At(12, 109), kWhite);
-    EXPECT_EQ(cv.At(266, 109), kWhite);   // nothing right of the plot
+    EXPECT_EQ(cv.Runs({10, 11, 12, 265, 266}, 110, 0x808080), (std::vector<int>{100, 50, 0, 1, 0}));
     EXPECT_EQ(GetCurrentObject(cv.Hdc(), OBJ_PEN), penBefore);
 
     // Exponent 2 lifts small counts: 1/100 -> sqrt = 0.1 -> 10 pixels.
@@ -75,9 +78,7 @@ TEST(HistoDrawPaint, CombinedBarsAreGreyColumnsScaledToTheLargestCounter)
     // Half as wide as the bins: each column shows the larger of its two bins.
     Canvas narrow(300, 120);
     ASSERT_EQ(d.DrawIntoDC(narrow.Dc(), CZxRectBase<int>(0, 0, 128, 100), 1.0, 1, CZxRangeMask(), false), ZX_OK);
-    EXPECT_EQ(narrow.Run(0, 100, 0x808080), 100);
-    EXPECT_EQ(narrow.Run(127, 100, 0x808080), 1);
-    EXPECT_EQ(narrow.At(128, 99), kWhite);
+    EXPECT_EQ(narrow.Runs({0, 127, 128}, 100, 0x808080), (std::vector<int>{100, 1, 0}));
 }
 
 TEST(HistoDrawPaint, ComponentsOverlayTallestFirstAndGroupedPanelsGoRedGreenBlue)
@@ -108,9 +109,9 @@ TEST(HistoDrawPaint, ComponentsOverlayTallestFirstAndGroupedPanelsGoRedGreenBlue
     ASSERT_EQ(d.DrawIntoDCGrouped(panels.Dc(), CZxRectBase<int>(0, 0, 260, 100), 1.0, 2,
                                   CZxRangeMask(CZxRangeMask::FULL_MASK), 3, true), ZX_OK);
     const int bin5 = 1, bin9 = 3;   // column x covers bins [x*256/84, (x+1)*256/84)
-    EXPECT_EQ(panels.Run(bin5, 100, RGB(255, 0, 0)), 100);
-    EXPECT_EQ(panels.Run(88 + bin9, 100, RGB(0, 255, 0)), 100);
-    EXPECT_EQ(panels.Run(176 + bin5, 100, RGB(0, 0, 255)), 100);
+    EXPECT_EQ((std::vector<int>{panels.Run(bin5, 100, RGB(255, 0, 0)), panels.Run(88 + bin9, 100, RGB(0, 255, 0)),
+                                panels.Run(176 + bin5, 100, RGB(0, 0, 255))}),
+              (std::vector<int>{100, 100, 100}));
     EXPECT_EQ(panels.At(85, 99), kWhite);
 }
 
@@ -124,11 +125,11 @@ TEST(HistoDrawPaint, MissingDataAndBadTargetsDrawNothing)
     std::vector<uint32_t> counts(256, 3);
     SZxHisto mono{counts.data(), 1, {}, 8};
     ASSERT_EQ(d.SetHistogram(mono, 1, nullptr), ZX_OK);
-    EXPECT_EQ(d.DrawIntoDC(cv.Dc(), plot, 1.0, 2, all, false), ZX_E_FAIL);   // mono has no components
-    EXPECT_EQ(d.DrawIntoDC(cv.Dc(), plot, 1.0, 7, all, false), ZX_E_FAIL);
-    EXPECT_EQ(d.DrawIntoDC(0, plot, 1.0, 1, all, false), ZX_E_FAIL);
-    EXPECT_EQ(d.DrawIntoDC(cv.Dc(), CZxRectBase<int>(5, 5, 5, 40), 1.0, 1, all, false), ZX_E_FAIL);
-    EXPECT_EQ(d.DrawIntoDC(cv.Dc(), CZxRectBase<int>(40, 40, 5, 5), 1.0, 1, all, false), ZX_E_FAIL);
+    // Components of a mono histogram, an unknown mode, no DC, an empty and an inverted rectangle.
+    const struct { uint64_t dc; CZxRectBase<int> rect; uint32_t mode; } bad[] = {
+        {cv.Dc(), plot, 2}, {cv.Dc(), plot, 7}, {0, plot, 1}, {cv.Dc(), {5, 5, 5, 40}, 1}, {cv.Dc(), {40, 40, 5, 5}, 1}};
+    for (const auto& b : bad)
+        EXPECT_EQ(d.DrawIntoDC(b.dc, b.rect, 1.0, b.mode, all, false), ZX_E_FAIL) << b.mode;
     EXPECT_EQ(d.DrawIntoDCGrouped(cv.Dc(), plot, 1.0, 2, all, 0, true), ZX_E_FAIL);
     for (int y = 0; y < 64; ++y)
         ASSERT_EQ(cv.At(y, y), kWhite);
