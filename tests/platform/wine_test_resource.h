@@ -1,5 +1,0 @@
-#pragma once
-#define IDD_PLATFORM_PROBE 900
-#define IDC_PROBE_EDIT 901
-#define IDC_PROBE_COMBO 902
-#define IDC_PROBE_SCROLL 903
