@@ -1,11 +1,11 @@
 // Dialog harness for the Windows UI tests: a dialog template of the test
-// executable created modeless, whose dialog procedure records every private
-// notification (WM_IS_*) and routes control messages through a control list as
-// the setup hosts do; plus helpers that send what Windows sends for user input.
+// executable created modeless over a simulated camera, whose dialog procedure
+// records every private notification (WM_IS_*) and routes control messages
+// through a control list as the setup hosts do; plus helpers that send what
+// Windows sends for user input.
 #pragma once
 #include <windows.h>
 
-#include <memory>
 #include <vector>
 #include "zx/inputsetupcontrols.h"
 #include "zxsim/camera.h"
@@ -29,10 +29,9 @@ struct Notification {
 
 class TestDialog {
 public:
-    /// Creates the template `templateId` of the executable over `provider`, or over
-    /// a simulated camera of its own when none is given. Fails the running test
-    /// when the dialog cannot be created.
-    explicit TestDialog(int templateId, CZxGenProvider_Low* provider = nullptr);
+    /// Creates the template `templateId` of the executable; fails the running
+    /// test when the dialog cannot be created.
+    explicit TestDialog(int templateId);
     ~TestDialog();
     TestDialog(const TestDialog&) = delete;
     TestDialog& operator=(const TestDialog&) = delete;
@@ -40,36 +39,28 @@ public:
     HWND Hwnd() const { return m_hDlg; }
     ZxHWnd ZxHwnd() const { return reinterpret_cast<ZxHWnd>(m_hDlg); }
     HWND Item(int id) const { return GetDlgItem(m_hDlg, id); }
-    CZxGenProvider_Low* Provider() const { return m_pProvider; }
-    /// The dialog's own simulated camera (null when a provider was given).
-    CZxSimCamera* Camera() const { return m_ownCamera.get(); }
+    CZxSimCamera& Camera() { return m_camera; }
     /// The list the dialog routes WM_COMMAND, scroll and static-colour messages through.
     CZxISControlList& List() { return m_list; }
-    /// Attaches `control` to this dialog, the provider and the list.
-    int Attach(CZxISControl& control);
+    /// Attaches `control` to this dialog, the camera and the list.
+    int Attach(CZxISControl& control) { return control.Attach(ZxHwnd(), &m_camera, &m_list); }
 
-    // ---- What the dialog received ----
+    /// The WM_IS_* notifications received, in order.
     const std::vector<Notification>& Notifications() const { return m_notes; }
-    /// Just the message numbers, in order.
-    std::vector<UINT> NotificationMessages() const;
-    void ClearNotifications() { m_notes.clear(); }
-    /// Of the last routed message: the control that took it (null if none) and
-    /// whether its hook reported it handled.
+    /// The control that took the last routed message (null if none).
     CZxISControl* LastRouted() const { return m_lastRouted; }
-    bool LastHandled() const { return m_lastHandled; }
 
-    // ---- User input, as Windows reports it to the dialog ----
+    // ---- User input, as Windows reports it; each returns whether a control handled it ----
     /// WM_COMMAND with `code` from item `id` (lParam = the item's window).
     bool Command(int id, WORD code);
-    /// A button click: BN_CLICKED.
     bool Click(int id) { return Command(id, BN_CLICKED); }
     /// Selects `index` in a combo (CB_SETCURSEL, which notifies nothing) and sends CBN_SELCHANGE.
     bool SelectComboItem(int id, int index);
     /// WM_HSCROLL or WM_VSCROLL, by the item's orientation, with `code` and `pos`.
     bool Scroll(int id, WORD code, int pos = 0);
     /// WM_CTLCOLORSTATIC from item `id` with a DC of it, as when it paints: the
-    /// brush the dialog answered, and the DC's text colour and background mode after.
-    bool CtlColorStatic(int id, HBRUSH* brush, COLORREF* textColor = nullptr, int* bkMode = nullptr);
+    /// brush the dialog answered, and the DC's text colour after.
+    bool CtlColorStatic(int id, HBRUSH& brush, COLORREF& textColor);
     /// One click on an up-down's arrow: it moves by `delta` within its range and
     /// notifies twice (SB_THUMBPOSITION with the new position, then SB_ENDSCROLL).
     bool SpinClick(int id, int delta);
@@ -81,13 +72,11 @@ public:
 
 private:
     static INT_PTR CALLBACK Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
-    bool Route(UINT msg, WPARAM wParam, LPARAM lParam);
     /// Sends a message from `sender` to the dialog; whether a control handled it.
-    bool SendFrom(UINT msg, WPARAM wParam, HWND sender);
+    bool SendFrom(UINT msg, WPARAM wParam, HWND sender, LRESULT* answer = nullptr);
 
     HWND m_hDlg = nullptr;
-    std::unique_ptr<CZxSimCamera> m_ownCamera;
-    CZxGenProvider_Low* m_pProvider;
+    CZxSimCamera m_camera;
     CZxISControlList m_list;
     std::vector<Notification> m_notes;
     CZxISControl* m_lastRouted = nullptr;

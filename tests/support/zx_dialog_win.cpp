@@ -5,8 +5,7 @@
 
 namespace zxtest {
 
-TestDialog::TestDialog(int templateId, CZxGenProvider_Low* provider)
-    : m_ownCamera(provider ? nullptr : new CZxSimCamera), m_pProvider(provider ? provider : m_ownCamera.get())
+TestDialog::TestDialog(int templateId)
 {
     static const bool commonControls = [] {
         INITCOMMONCONTROLSEX icc{sizeof(icc), ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
@@ -24,16 +23,6 @@ TestDialog::~TestDialog()
     if (m_hDlg)
         DestroyWindow(m_hDlg);
     Pump();
-}
-
-int TestDialog::Attach(CZxISControl& control) { return control.Attach(ZxHwnd(), m_pProvider, &m_list); }
-
-std::vector<UINT> TestDialog::NotificationMessages() const
-{
-    std::vector<UINT> out;
-    for (const Notification& n : m_notes)
-        out.push_back(n.message);
-    return out;
 }
 
 INT_PTR CALLBACK TestDialog::Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
@@ -54,29 +43,28 @@ INT_PTR CALLBACK TestDialog::Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPa
         self->m_notes.push_back(n);
         return TRUE;
     }
-    if (msg == WM_COMMAND || msg == WM_HSCROLL || msg == WM_VSCROLL)
-        return self->Route(msg, wParam, lParam) ? TRUE : FALSE;
+    if (msg != WM_COMMAND && msg != WM_HSCROLL && msg != WM_VSCROLL && msg != WM_CTLCOLORSTATIC)
+        return FALSE;
+    LRESULT result = 0;
+    self->m_lastRouted = nullptr;
+    self->m_lastHandled =
+        self->m_list.DlgProcHookMany(self->ZxHwnd(), msg, wParam, lParam, &result, &self->m_lastRouted, 0xFFFFFFFFu);
+    if (!self->m_lastHandled)
+        return FALSE;
     // A dialog procedure answers the colour messages with the brush itself.
     if (msg == WM_CTLCOLORSTATIC)
-        return self->Route(msg, wParam, lParam) ? GetWindowLongPtrW(hwnd, DWLP_MSGRESULT) : FALSE;
-    return FALSE;
+        return result;
+    SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, result);
+    return TRUE;
 }
 
-bool TestDialog::Route(UINT msg, WPARAM wParam, LPARAM lParam)
-{
-    LRESULT result = 0;
-    m_lastRouted = nullptr;
-    m_lastHandled = m_list.DlgProcHookMany(ZxHwnd(), msg, wParam, lParam, &result, &m_lastRouted, 0xFFFFFFFFu);
-    if (m_lastHandled)
-        SetWindowLongPtrW(m_hDlg, DWLP_MSGRESULT, result);
-    return m_lastHandled;
-}
-
-bool TestDialog::SendFrom(UINT msg, WPARAM wParam, HWND sender)
+bool TestDialog::SendFrom(UINT msg, WPARAM wParam, HWND sender, LRESULT* answer)
 {
     m_lastRouted = nullptr;
     m_lastHandled = false;
-    SendMessageW(m_hDlg, msg, wParam, reinterpret_cast<LPARAM>(sender));
+    const LRESULT r = SendMessageW(m_hDlg, msg, wParam, reinterpret_cast<LPARAM>(sender));
+    if (answer)
+        *answer = r;
     return m_lastHandled;
 }
 
@@ -104,21 +92,16 @@ bool TestDialog::Scroll(int id, WORD code, int pos)
     return SendFrom(vertical ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(code, pos), item);
 }
 
-bool TestDialog::CtlColorStatic(int id, HBRUSH* brush, COLORREF* textColor, int* bkMode)
+bool TestDialog::CtlColorStatic(int id, HBRUSH& brush, COLORREF& textColor)
 {
     HWND item = Item(id);
     HDC dc = GetDC(item);
-    m_lastRouted = nullptr;
-    m_lastHandled = false;
-    const LRESULT r = SendMessageW(m_hDlg, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(item));
-    if (brush)
-        *brush = reinterpret_cast<HBRUSH>(r);
-    if (textColor)
-        *textColor = GetTextColor(dc);
-    if (bkMode)
-        *bkMode = GetBkMode(dc);
+    LRESULT answer = 0;
+    const bool handled = SendFrom(WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc), item, &answer);
+    brush = reinterpret_cast<HBRUSH>(answer);
+    textColor = GetTextColor(dc);
     ReleaseDC(item, dc);
-    return m_lastHandled;
+    return handled;
 }
 
 bool TestDialog::SpinClick(int id, int delta)
@@ -136,9 +119,8 @@ bool TestDialog::SpinClick(int id, int delta)
 
 void TestDialog::Key(int id, UINT vk)
 {
-    HWND item = Item(id);
     SetForegroundWindow(m_hDlg);
-    SetFocus(item);
+    SetFocus(Item(id));
     INPUT in[2] = {};
     in[0].type = in[1].type = INPUT_KEYBOARD;
     in[0].ki.wVk = in[1].ki.wVk = static_cast<WORD>(vk);

@@ -1,10 +1,26 @@
 #include "zx_test.h"
 
 #include <mutex>
+#include <string>
+#include <vector>
 #include "zxhost/system.h"
 
 namespace zxtest {
 namespace {
+
+struct DiagRecord {
+    std::wstring condition;
+    std::wstring source;
+    int line;
+};
+
+std::string Narrow(const std::wstring& w)
+{
+    std::string s;
+    for (wchar_t c : w)
+        s += (c >= 32 && c < 127) ? char(c) : '?';
+    return s;
+}
 
 std::mutex g_mutex;
 std::vector<DiagRecord> g_claimed;
@@ -53,7 +69,7 @@ DiagCapture::~DiagCapture()
     --g_captureDepth;
 }
 
-const std::vector<DiagRecord>& DiagCapture::Records() const { return g_claimed; }
+size_t DiagCapture::Size() const { return g_claimed.size(); }
 
 int DiagCapture::Count(const wchar_t* condition) const
 {
@@ -69,20 +85,6 @@ bool DiagCapture::Has(const wchar_t* condition, const wchar_t* source) const
         if (r.condition == condition && r.source == source)
             return true;
     return false;
-}
-
-void DiagCapture::Clear()
-{
-    std::lock_guard<std::mutex> lock(g_mutex);
-    g_claimed.clear();
-}
-
-std::string Narrow(const std::wstring& w)
-{
-    std::string s;
-    for (wchar_t c : w)
-        s += (c >= 32 && c < 127) ? char(c) : '?';
-    return s;
 }
 
 } // namespace zxtest
