@@ -42,7 +42,7 @@ TEST(ControlBase, AttachRegistersTheItemWindowOnlyWhenGivenAList)
 {
     TestDialog dlg(IDD_IS_TEST);
     C c(C::ctCheck, C::btProperty, L"Cooling", 1, IDC_IS_CHECK, 1);
-    EXPECT_EQ(c.Attach(dlg.ZxHwnd(), dlg.Provider(), nullptr), 0);
+    EXPECT_EQ(c.Attach(dlg.ZxHwnd(), &dlg.Camera(), nullptr), 0);
     EXPECT_EQ(dlg.List().GetCount(), 0u);
     EXPECT_EQ(dlg.Attach(c), 0);
     EXPECT_EQ(dlg.List()._FindControl(reinterpret_cast<ZxHWnd>(dlg.Item(IDC_IS_CHECK)), ~0u), &c);
@@ -74,33 +74,27 @@ TEST(ControlBase, EnableAndShowMapThePreviousStateOfTheItem)
 TEST(ControlBase, UpdateStateEnablesOnlyAvailableWritableProperties)
 {
     TestDialog dlg(IDD_IS_TEST);
-    CZxSimCamera& cam = *dlg.Camera();
-    C gain(C::ctValueEditor, C::btProperty, L"Gain", 1, IDC_IS_SCROLL, 1);
-    C sensor(C::ctTextDouble, C::btProperty, L"SensorTemperature", 1, IDC_IS_EDIT, 1);
-    C target(C::ctValueEditor, C::btProperty, L"Temperature", 1, IDC_IS_COMBO_EDIT, 1);
-    for (C* c : {&gain, &sensor, &target})
-        dlg.Attach(*c);
     CZxVector_SZxGrabberPropertyValue coolingOff;
     coolingOff.Add(SZxGrabberPropertyValue(L"Cooling", CZxVariant(false)));
-    ASSERT_EQ(cam.PropSet_WRP(1, coolingOff, nullptr, false), 0);
-    EnableWindow(dlg.Item(IDC_IS_SCROLL), FALSE);
-
-    EXPECT_EQ(gain.UpdateState(), 0); // available: enabled, and it was disabled
-    EXPECT_TRUE(IsWindowEnabled(dlg.Item(IDC_IS_SCROLL)));
-    sensor.UpdateState(); // available but read-only
-    EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_IS_EDIT)));
-    target.UpdateState(); // unavailable while the cooler is off
-    EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_IS_COMBO_EDIT)));
-    target.ChangeName(L"NoSuchProperty");
-    EnableWindow(dlg.Item(IDC_IS_COMBO_EDIT), TRUE);
-    target.UpdateState();
-    EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_IS_COMBO_EDIT))) << "an unreadable state disables";
+    ASSERT_EQ(dlg.Camera().PropSet_WRP(1, coolingOff, nullptr, false), 0);
+    const struct {
+        const wchar_t* name;
+        bool enabled;
+    } cases[] = {{L"Gain", true}, {L"SensorTemperature", false} /* read-only */,
+                 {L"Temperature", false} /* unavailable while the cooler is off */,
+                 {L"NoSuchProperty", false} /* an unreadable state disables */};
+    for (const auto& k : cases) {
+        C c(C::ctValueEditor, C::btProperty, k.name, 1, IDC_IS_EDIT, 1);
+        c.Attach(dlg.ZxHwnd(), &dlg.Camera(), nullptr);
+        EnableWindow(dlg.Item(IDC_IS_EDIT), !k.enabled); // start from the other state
+        EXPECT_EQ(c.UpdateState(), k.enabled ? 0 : -11) << k.name; // what Enable answers
+        EXPECT_EQ(IsWindowEnabled(dlg.Item(IDC_IS_EDIT)) != FALSE, k.enabled) << k.name;
+    }
 }
 
 TEST(ControlBase, WritesNotifyTheDialogInOrderWithTheirParameters)
 {
     TestDialog dlg(IDD_IS_TEST);
-    CZxSimCamera& cam = *dlg.Camera();
     C c(C::ctValueEditor, C::btProperty, L"Gain", 2, IDC_IS_SCROLL, 1);
     dlg.Attach(c);
     SZxGrabberPropertyValue gain(L"Gain", CZxVariant(3.0));
@@ -127,7 +121,7 @@ TEST(ControlBase, WritesNotifyTheDialogInOrderWithTheirParameters)
 TEST(ControlBase, FormatAwareWriteAnnouncesTheNewFormatOnlyWhenTheSensorAreaChanges)
 {
     TestDialog dlg(IDD_IS_TEST);
-    CZxSimCamera& cam = *dlg.Camera();
+    CZxSimCamera& cam = dlg.Camera();
     C radio(C::ctRadio, C::btProperty, L"SensorMode", 1, IDC_IS_RADIO1, 1);
     dlg.Attach(radio);
     SZxGrabberFormatValue before, after;
@@ -138,27 +132,27 @@ TEST(ControlBase, FormatAwareWriteAnnouncesTheNewFormatOnlyWhenTheSensorAreaChan
     EXPECT_EQ(radio._SetPropValueGetStateChange(full, same, true), 0); // name and sensor area stay
     EXPECT_EQ(radio._SetPropValueGetStateChange(half, other, true), 0); // same name, half the sensor
     EXPECT_EQ(radio._SetPropValueGetStateChange(half, plain, false), 0);
+    cam.FormatGet_WRP(1, after);
+    ASSERT_EQ(after.m_wstrName, before.m_wstrName);
+    ASSERT_NE(after.m_rcRect, before.m_rcRect);
     const Notes& notes = dlg.Notifications();
     ASSERT_EQ(notes.size(), 10u);
-    EXPECT_EQ(Notes(notes.begin(), notes.begin() + 4),
-              (Notes{N(WM_IS_FORMATCHANGING, 1, nullptr), N(WM_IS_FORMATCHANGED, 1, nullptr),
-                     N(WM_IS_PROPERTYCHANGED, 0, nullptr), N(WM_IS_STATECHANGE, 0, &same)}));
-    EXPECT_EQ(notes[4].message, static_cast<UINT>(WM_IS_FORMATCHANGING));
-    EXPECT_EQ(notes[4].wParam, 1u);
-    ASSERT_TRUE(notes[4].hasFormat);
-    cam.FormatGet_WRP(1, after);
-    EXPECT_EQ(notes[4].format, after);
-    EXPECT_EQ(after.m_wstrName, before.m_wstrName);
-    EXPECT_NE(after.m_rcRect, before.m_rcRect);
-    EXPECT_EQ(Notes(notes.begin() + 8, notes.end()),
-              (Notes{N(WM_IS_PROPERTYCHANGED, 0, nullptr), N(WM_IS_STATECHANGE, 0, &plain)}));
+    // The announced format's address is gone after the call: its copy is compared below.
+    const void* announced = reinterpret_cast<const void*>(notes[4].lParam);
+    EXPECT_EQ(notes, (Notes{N(WM_IS_FORMATCHANGING, 1, nullptr), N(WM_IS_FORMATCHANGED, 1, nullptr),
+                            N(WM_IS_PROPERTYCHANGED, 0, nullptr), N(WM_IS_STATECHANGE, 0, &same),
+                            N(WM_IS_FORMATCHANGING, 1, announced), N(WM_IS_FORMATCHANGED, 1, nullptr),
+                            N(WM_IS_PROPERTYCHANGED, 0, nullptr), N(WM_IS_STATECHANGE, 0, &other),
+                            N(WM_IS_PROPERTYCHANGED, 0, nullptr), N(WM_IS_STATECHANGE, 0, &plain)}));
+    EXPECT_TRUE(notes[4].hasFormat && notes[4].format == after);
 }
 
-TEST(DialogHarness, SpinClickAndStaticColourReachTheControlAsFromWindows)
+TEST(DialogHarness, InputReachesTheControlOrTheItemAsFromWindows)
 {
     TestDialog dlg(IDD_IS_TEST);
-    HookProbe spin(IDC_IS_SPIN);
+    HookProbe spin(IDC_IS_SPIN), text(IDC_IS_SCROLL_TEXT);
     dlg.Attach(spin);
+    dlg.Attach(text);
     const void* from = dlg.Item(IDC_IS_SPIN);
     SendDlgItemMessageW(dlg.Hwnd(), IDC_IS_SPIN, UDM_SETRANGE32, 0, 5);
     SendDlgItemMessageW(dlg.Hwnd(), IDC_IS_SPIN, UDM_SETPOS32, 0, 4);
@@ -168,35 +162,14 @@ TEST(DialogHarness, SpinClickAndStaticColourReachTheControlAsFromWindows)
                                 N(WM_VSCROLL, MAKEWPARAM(SB_ENDSCROLL, 5), from)}));
     EXPECT_FALSE(dlg.Click(IDC_IS_PUSH)) << "unregistered items stay with the dialog";
 
-    HookProbe text(IDC_IS_SCROLL_TEXT);
-    dlg.Attach(text);
     HBRUSH brush = nullptr;
     COLORREF colour = 0;
-    EXPECT_TRUE(dlg.CtlColorStatic(IDC_IS_SCROLL_TEXT, &brush, &colour));
+    EXPECT_TRUE(dlg.CtlColorStatic(IDC_IS_SCROLL_TEXT, brush, colour));
     EXPECT_EQ(brush, GetSysColorBrush(COLOR_BTNFACE)) << "the brush itself is the dialog's answer";
     EXPECT_EQ(colour, RGB(0, 0, 128));
-}
 
-namespace {
-std::vector<WPARAM> g_hookedKeys;
-LRESULT CALLBACK KeyHook(int code, WPARAM key, LPARAM lParam)
-{
-    if (code == HC_ACTION)
-        g_hookedKeys.push_back(key);
-    return CallNextHookEx(nullptr, code, key, lParam);
-}
-} // namespace
-
-TEST(DialogHarness, KeyPressPassesTheThreadKeyboardHookAndTheFocusedItem)
-{
-    TestDialog dlg(IDD_IS_TEST);
-    HHOOK hook = SetWindowsHookExW(WH_KEYBOARD, &KeyHook, nullptr, GetCurrentThreadId());
-    ASSERT_NE(hook, nullptr);
-    g_hookedKeys.clear();
-    dlg.Key(IDC_IS_EDIT, 'A');
-    UnhookWindowsHookEx(hook);
-    EXPECT_EQ(g_hookedKeys, (std::vector<WPARAM>{'A', 'A'})); // down and up
-    wchar_t text[8] = {};
-    GetDlgItemTextW(dlg.Hwnd(), IDC_IS_EDIT, text, 8);
-    EXPECT_STREQ(text, L"a");
+    dlg.Key(IDC_IS_EDIT, 'A'); // through the input queue to the focused item
+    wchar_t typed[8] = {};
+    GetDlgItemTextW(dlg.Hwnd(), IDC_IS_EDIT, typed, 8);
+    EXPECT_STREQ(typed, L"a");
 }
