@@ -17,12 +17,6 @@ std::vector<double> Binning(Engine& ae, unsigned flags, double exposure, double 
     return {e, f, gain, requested};
 }
 
-double Exposure(Engine& ae, unsigned flags, double exposure, double white, double overflow, bool clipped = false,
-                unsigned mode = 0, unsigned target = 0)
-{
-    return Binning(ae, flags, exposure, white, overflow, clipped, mode, target)[0];
-}
-
 TEST(AEStatistics, QuantileWhiteBlackAndOverflowOnAHandMadeHistogram)
 {
     Engine ae;
@@ -69,19 +63,19 @@ TEST(AEBinning, SaturatedStepsByOverflowAndClippingDarkBoostsByThirtyTwoTimesThe
 {
     Engine ae;
     const unsigned e = ZX_AE_EXPOSURE, ef = ZX_AE_EXPOSURE | ZX_AE_FACTOR;
-    EXPECT_DOUBLE_EQ(6.25, Exposure(ae, e, 100, 1.0, 0.6));
-    EXPECT_DOUBLE_EQ(25.0, Exposure(ae, e, 100, 1.0, 0.6, true));
-    EXPECT_DOUBLE_EQ(98.0, Exposure(ae, e, 100, 1.0, 0.1, true));  // 1 - 0.1 x 4 x 0.05
-    EXPECT_DOUBLE_EQ(25.0, Exposure(ae, e, 100, 1.0, 0.2));
-    EXPECT_DOUBLE_EQ(25.0, Exposure(ae, e, 100, 1.0, 0.6, false, 1, 0));  // mode 1 for mode 0: x 4
+    EXPECT_DOUBLE_EQ(6.25, Binning(ae, e, 100, 1.0, 0.6)[0]);
+    EXPECT_DOUBLE_EQ(25.0, Binning(ae, e, 100, 1.0, 0.6, true)[0]);
+    EXPECT_DOUBLE_EQ(98.0, Binning(ae, e, 100, 1.0, 0.1, true)[0]);  // 1 - 0.1 x 4 x 0.05
+    EXPECT_DOUBLE_EQ(25.0, Binning(ae, e, 100, 1.0, 0.2)[0]);
+    EXPECT_DOUBLE_EQ(25.0, Binning(ae, e, 100, 1.0, 0.6, false, 1, 0)[0]);  // mode 1 for mode 0: x 4
     // With the factor, the step lowers the factor first, down to 1.
     ExpectDoubles({25.0, 1.0}, Binning(ae, ef, 100, 1.0, 0.6, false, 0, 0, 4.0));
     EXPECT_FALSE(ae.m_bDark);
 
-    EXPECT_DOUBLE_EQ(32.0, Exposure(ae, e, 1.0, 0.0, 0.0));
+    EXPECT_DOUBLE_EQ(32.0, Binning(ae, e, 1.0, 0.0, 0.0)[0]);
     EXPECT_TRUE(ae.m_bDark);
-    EXPECT_DOUBLE_EQ(8.0, Exposure(ae, e, 1.0, 0.0, 0.0, false, 0, 1));  // 32 x 1/4
-    EXPECT_DOUBLE_EQ(100.0, Exposure(ae, e, 10.0, 0.0, 0.0));  // the setting's maximum
+    EXPECT_DOUBLE_EQ(8.0, Binning(ae, e, 1.0, 0.0, 0.0, false, 0, 1)[0]);  // 32 x 1/4
+    EXPECT_DOUBLE_EQ(100.0, Binning(ae, e, 10.0, 0.0, 0.0)[0]);  // the setting's maximum
     EXPECT_DOUBLE_EQ(320.0, Binning(ae, e, 10.0, 0.0, 0.0)[3]);
     // The factor takes the boost first, up to its maximum of 8; exposure the rest.
     ExpectDoubles({4.0, 8.0}, Binning(ae, ef, 1.0, 0.0, 0.0));
@@ -96,14 +90,14 @@ TEST(AEBinning, NoiseOptimalSplitAboveTheKneeAndTheFactorAtTheLimit)
     // white 0.2 at exposure 2 (0.1 per unit), a = b = 1, level 0: q = 0.2, c = 0.2, h = 0.4,
     // r = sqrt(0.16 + 0.64), x1 = (r - h) / 0.4 = 1.2361, ee = 2 x 2.2361 = 4.472,
     // inside [e1, e2] = [2, 8]; with a step of 0.5 rounded down to 4.0. Gain 1 / (4 x 0.1) = 2.5.
-    EXPECT_NEAR(4.4721, Exposure(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0), 5e-4);
+    EXPECT_NEAR(4.4721, Binning(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0)[0], 5e-4);
     ae.m_cameraDesc[0].m_dExposureStep = 0.5;
     ExpectDoubles({4.0, 1.0, 2.5}, Binning(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0));
     // Without the split the high target's exposure (0.9 / 0.1) is taken.
-    EXPECT_DOUBLE_EQ(9.0, Exposure(ae, ZX_AE_EXPOSURE | ZX_AE_NOSPLIT, 2.0, 0.2, 0.0));
+    EXPECT_DOUBLE_EQ(9.0, Binning(ae, ZX_AE_EXPOSURE | ZX_AE_NOSPLIT, 2.0, 0.2, 0.0)[0]);
     // A split gain of 2.236 above the maximum gain 2 sets the exposure to (1/2) / 0.1.
     ae.m_setting1.m_dMaxGain = 2.0;
-    EXPECT_DOUBLE_EQ(5.0, Exposure(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0));
+    EXPECT_DOUBLE_EQ(5.0, Binning(ae, ZX_AE_EXPOSURE, 2.0, 0.2, 0.0)[0]);
 
     // e2 = 0.8 / 0.1 = 8 is cut to 4, so u = 0.4; the factor sqrt(1 / u) = 1.581
     // lies within [1, 0.8 / u = 2]; the gain tops the white up to full scale.
