@@ -33,8 +33,11 @@ TEST(AEClosedLoop, ReachesExposureGoodFromDarkAndSaturatedAndStaysThere)
 {
     // The middle target (0.85 of the range above black 0.02) takes 600 ms x 0.98
     // in mode 0; in the dim scene 3000 ms, so the search settles in mode 1 (x 4).
-    struct { double ms; bool search; unsigned mode; double exposure; } scenes[] = {
-        {600, false, 0, 588}, {600, true, 0, 588}, {3000, true, 1, 735}};
+    // Without the search the exposure stops at its limit and the factor leaves
+    // the rest to the complementary gain: the raw white stays below the strict test.
+    struct { double ms; bool search; unsigned mode; double exposure; bool good; } scenes[] = {
+        {600, false, 0, 588, true}, {600, true, 0, 588, true}, {3000, true, 1, 735, true},
+        {3000, false, 0, 1000, false}};
     for (const auto& scene : scenes)
         for (bool colour : {false, true})
             for (bool saturated : {false, true}) {
@@ -43,16 +46,11 @@ TEST(AEClosedLoop, ReachesExposureGoodFromDarkAndSaturatedAndStaysThere)
                 CZxSimAELoop loop;
                 const std::vector<SZxSimAEStep> steps = RunFrom(loop, colour, scene.search, saturated, scene.ms);
                 const int n = ZxSimFramesToGood(steps);
-                EXPECT_TRUE(n >= 0 && n <= kBound) << n;
+                EXPECT_TRUE(scene.good ? n >= 0 && n <= kBound : n == -1) << n;
                 EXPECT_EQ(scene.mode, steps.back().m_uiMode);
-                EXPECT_NEAR(scene.exposure, steps.back().m_dExposure, scene.exposure * 0.03);
+                // Noise moves a converged exposure a little; the limit holds exactly.
+                EXPECT_NEAR(scene.exposure, steps.back().m_dExposure, scene.good ? scene.exposure * 0.03 : 0.0);
             }
-    // Without the search the exposure stops at its limit and the factor leaves
-    // the rest to the complementary gain: the raw white stays below the strict test.
-    CZxSimAELoop loop;
-    std::vector<SZxSimAEStep> steps = RunFrom(loop, false, false, false, 3000.0);
-    EXPECT_EQ(-1, ZxSimFramesToGood(steps));
-    EXPECT_DOUBLE_EQ(1000.0, steps.back().m_dExposure);
 }
 
 // Means above black of red, green, blue over the specimen's core.
