@@ -39,11 +39,6 @@ SZxGrabberPropertyDesc01 Def(const wchar_t* runType, std::initializer_list<std::
     return d;
 }
 
-SZxGrabberPropertyDesc01 RangeDouble(const wchar_t* runType, double min, double max)
-{
-    return Def(runType, {{L"m_dMin", min}, {L"m_dMax", max}});
-}
-
 SZxGrabberPropertyDesc01 List(std::initializer_list<CZxVariant> items)
 {
     CZxVariant list = CZxVariant::MakeArray();
@@ -92,13 +87,13 @@ TEST(PlainPropertyValues, BoolTakesExactSpellingsAndNumbersFromTextAreUnchecked)
 
 TEST(RangePropertyValues, ClampDoubleTextKeepsItsSpellingIntegerTextIsReformatted)
 {
-    const auto desc = RangeDouble(L"RZxRangeDouble", 1.0, 10.0);
     CZxRangeDoublePropertyValue v;
+    for (const wchar_t* type : {L"RZxRangeDoubleList", L"RZxRangeDoubleExposure", L"RZxRangeDouble"})
+        EXPECT_TRUE(v.Set(Def(type, {{L"m_dMin", 0.0}, {L"m_dMax", 2.0}}), 1.5)) << type;
+    const auto desc = Def(L"RZxRangeDouble", {{L"m_dMin", 1.0}, {L"m_dMax", 10.0}});
     EXPECT_EQ(Set(v, desc, L"5e9"), L"ok 10 5e9");
     EXPECT_EQ(Set(v, desc, 5e9), L"ok 10 10.000000");
     EXPECT_EQ(Set(v, desc, -3.0).substr(0, 4), L"ok 1");
-    EXPECT_TRUE(v.Set(RangeDouble(L"RZxRangeDoubleList", 0, 2), 1.5));
-    EXPECT_TRUE(v.Set(RangeDouble(L"RZxRangeDoubleExposure", 0, 2), 1.5));
 
     const auto ints = Def(L"RZxRangeInt32", {{L"m_iMin", 0}, {L"m_iMax", 255}});
     CZxRangeInt32PropertyValue n;
@@ -106,7 +101,7 @@ TEST(RangePropertyValues, ClampDoubleTextKeepsItsSpellingIntegerTextIsReformatte
     EXPECT_EQ(Set(n, ints, -4), L"ok 0 0");
 
     zxtest::DiagCapture diag;
-    EXPECT_FALSE(v.Set(RangeDouble(L"RZxRangeInt32", 0, 1), 0.5));
+    EXPECT_FALSE(v.Set(ints, 0.5));
     EXPECT_EQ(diag.Count(kRangeDoubleCond), 1);
     EXPECT_TRUE(diag.Has(kRangeDoubleCond, L"property"));
     for (const CZxVariant& bad : {CZxVariant(L"fast"), CZxVariant(L"nan"), CZxVariant(std::nan("")), CZxVariant(1)})
