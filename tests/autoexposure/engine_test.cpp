@@ -33,13 +33,11 @@ TEST(AEStatistics, QuantileWhiteBlackAndOverflowOnAHandMadeHistogram)
     bins[100] = 10;
     const unsigned* b = bins.data();
     ae.m_quantil.m_uiPixels = 3;
-    EXPECT_DOUBLE_EQ(200.0 / 255, ae.ComputeWhiteSignal(b, 16, 256, 1));
-    EXPECT_DOUBLE_EQ(100.0 / 196, ae.ComputeWhiteSignal(b, 16, 256, 60));
-    // Excluded counts that would start the walk outside the bins stay inside them.
-    EXPECT_DOUBLE_EQ(200.0 / 255, ae.ComputeWhiteSignal(b, 16, 256, -5));
-    EXPECT_DOUBLE_EQ(0.0, ae.ComputeWhiteSignal(b, 16, 256, 1000));
+    auto white = [&](int excluded) { return ae.ComputeWhiteSignal(b, 16, 256, excluded); };
+    // Excluded counts that would start the walk outside the bins (-5, 1000) stay inside them.
+    ExpectDoubles({200.0 / 255, 100.0 / 196, 200.0 / 255, 0.0}, {white(1), white(60), white(-5), white(1000)});
     ae.m_quantil.m_uiPixels = 2;
-    EXPECT_DOUBLE_EQ(200.0 / 254, ae.ComputeWhiteSignal(b, 16, 256, 2));  // the top bin is skipped
+    EXPECT_DOUBLE_EQ(200.0 / 254, white(2));  // the top bin is skipped
     EXPECT_DOUBLE_EQ(100.0 / 255, ae.ComputeBlackSignal(b, 16, 256));
     // 255 x 0.79 = 201.45 leaves only the top bin; 254 x 0.79 = 200.66 takes bin 200 too.
     EXPECT_DOUBLE_EQ(1.0 / 16, ae.ComputeOverflow(b, 16, 256, 0.79, 1));

@@ -1,7 +1,6 @@
 // The engine in a closed loop with the simulated sensor, and the sensor itself.
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstring>
 
 #include "zx/autoexposure.h"

@@ -1,6 +1,7 @@
 // The simulated camera's contract as a driver: values and sets, settings,
 // formats, commands.
 #include <memory>
+#include <tuple>
 #include <vector>
 
 #include "sim_camera.h"
@@ -17,6 +18,20 @@ std::vector<std::wstring> Names(CZxSimCamera& cam)
 }
 
 double Gain(const SZxGrabberCameraSettings& s) { return s.m_vecPropFast.Find(L"Gain")->m_varValue.GetDouble(); }
+
+SZxGrabberCameraSettings Current(CZxSimCamera& cam, uint32_t mask = ZX_SETTINGS_ALL)
+{
+    SZxGrabberCameraSettings s;
+    EXPECT_EQ(cam.CameraSettingsGet_UNI_WRP(s, mask, true), ZX_OK);
+    return s;
+}
+
+// Everything a settings record carries but its mask, to compare in one line.
+auto Whole(const SZxGrabberCameraSettings& s)
+{
+    return std::make_tuple(s.m_vecPropFast, s.m_vecPropQuality, s.m_fmtFast, s.m_fmtQuality, s.m_bROIEnabled,
+                           s.m_rcROI, s.m_bFQSynchronized);
+}
 
 } // namespace
 
@@ -86,7 +101,7 @@ TEST(SimCameraValues, StatesFollowTheSettingsAndReportChanges)
 TEST(SimCameraSettings, RoundTripByMaskAndDefaults)
 {
     CZxSimCamera cam;
-    SZxGrabberCameraSettings defaults, all, props, again;
+    SZxGrabberCameraSettings defaults;
     cam.CameraSettingsGet_UNI_WRP(defaults, ZX_SETTINGS_ALL, false);
     ASSERT_EQ(cam.ModeFQSynchronize(true), ZX_OK);
     SZxGrabberFormatValue binned;
@@ -95,44 +110,29 @@ TEST(SimCameraSettings, RoundTripByMaskAndDefaults)
     ASSERT_EQ(Set(cam, 2, {{L"Gain", 5.0}, {L"TriggerMode", L"Software"}}), ZX_OK);
     ASSERT_EQ(cam.ROISet(CZxRect(10, 20, 110, 220)), ZX_OK);
     ASSERT_EQ(cam.ROIEnable(true), ZX_OK);
-    ASSERT_EQ(cam.CameraSettingsGet_UNI_WRP(all, ZX_SETTINGS_ALL, true), ZX_OK);
-    ASSERT_EQ(cam.CameraSettingsGet_UNI_WRP(props, ZX_SETTINGS_PROPERTIES, true), ZX_OK);
+    const SZxGrabberCameraSettings all = Current(cam), props = Current(cam, ZX_SETTINGS_PROPERTIES);
     EXPECT_EQ(props.m_vecPropFast.Find(L"FrameRate"), nullptr);   // measured values are no settings
     ASSERT_EQ(cam.CameraSettingsSet_UNI_WRP(props, ZX_SETTINGS_ALL), ZX_OK);   // holds mask 1 only
-    EXPECT_TRUE(cam.ROIEnabled());
-    EXPECT_TRUE(cam.IsModeFQSynchronized());
+    EXPECT_EQ(Whole(Current(cam)), Whole(all));
 
     ASSERT_EQ(cam.CameraSettingsSetDefaults_UNI_WRP(), ZX_OK);
-    cam.CameraSettingsGet_UNI_WRP(again, ZX_SETTINGS_ALL, true);
-    EXPECT_EQ(again.m_vecPropFast, defaults.m_vecPropFast);
-    EXPECT_EQ(again.m_fmtFast, defaults.m_fmtFast);
-    EXPECT_FALSE(cam.IsModeFQSynchronized());
+    EXPECT_EQ(Whole(Current(cam)), Whole(defaults));
     SZxGrabberPropertyValue exposure(L"Exposure");
     EXPECT_EQ(cam.PropGetDefaultSingle_WRP(ZX_MODE_QUALITY, exposure), ZX_OK);
-    EXPECT_EQ(exposure.m_varValue.GetDouble(), defaults.m_vecPropQuality.Find(L"Exposure")->m_varValue.GetDouble());
+    EXPECT_EQ(exposure.m_varValue, defaults.m_vecPropQuality.Find(L"Exposure")->m_varValue);
 
     ASSERT_EQ(cam.CameraSettingsSet_UNI_WRP(props, ZX_SETTINGS_ALL), ZX_OK);
     EXPECT_EQ(Get(cam, 2, L"TriggerMode").GetCZxStringW(), CZxStringW(L"Software"));
-    cam.CameraSettingsGet_UNI_WRP(again, ZX_SETTINGS_ALL, true);
-    EXPECT_EQ(again.m_fmtFast, defaults.m_fmtFast);
-
+    EXPECT_EQ(Current(cam).m_fmtFast, defaults.m_fmtFast);
     ASSERT_EQ(cam.CameraSettingsSet_UNI_WRP(all, ZX_SETTINGS_ALL), ZX_OK);
-    cam.CameraSettingsGet_UNI_WRP(again, ZX_SETTINGS_ALL, true);
-    EXPECT_EQ(again.m_vecPropFast, all.m_vecPropFast);
-    EXPECT_EQ(again.m_vecPropQuality, all.m_vecPropQuality);
-    EXPECT_EQ(again.m_fmtFast, all.m_fmtFast);
-    EXPECT_TRUE(cam.ROIEnabled() && cam.IsModeFQSynchronized());
-    CZxRect roi;
-    cam.ROIGet(roi);
-    EXPECT_EQ(roi, CZxRect(10, 20, 110, 220));
+    EXPECT_EQ(Whole(Current(cam)), Whole(all));
 }
 
 TEST(SimCameraSettings, NamedSettingsAddOverwriteRemoveEnumerate)
 {
     CZxSimCamera cam;
     EXPECT_TRUE(Names(cam).empty());
-    SZxGrabberCameraSettings s;
-    cam.CameraSettingsGet_UNI_WRP(s, ZX_SETTINGS_ALL, true);
+    SZxGrabberCameraSettings s = Current(cam);
     EXPECT_EQ(cam.NamedSettingsAdd(L"Day", s), ZX_OK);
     EXPECT_EQ(cam.NamedSettingsAdd(L"Night", s), ZX_OK);
     EXPECT_EQ(cam.NamedSettingsAdd(L"", s), ZX_E_FAIL);
@@ -174,8 +174,7 @@ TEST(SimCameraFormats, EnumerationCarriesFlagsAndAFormatChangingPropertyMovesThe
     EXPECT_TRUE(desc.m_uiFlags & ZX_PROPFLAG_CHANGES_FORMAT);
     SZxGrabberFormatValue before, predicted, after;
     cam.FormatGet_WRP(1, before);
-    SZxGrabberCameraSettings s;
-    cam.CameraSettingsGet_UNI_WRP(s, ZX_SETTINGS_ALL, true);
+    SZxGrabberCameraSettings s = Current(cam);
     s.m_vecPropFast.Find(L"SensorMode")->m_varValue = 1;
     ASSERT_EQ(cam.FormatGetFromSettings_WRP(1, s, predicted), ZX_OK);
     EXPECT_EQ(predicted.m_wstrName, before.m_wstrName);
