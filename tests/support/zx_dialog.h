@@ -14,12 +14,12 @@ namespace zxtest {
 
 /// One WM_IS_* notification as the dialog received it. The format a
 /// WM_IS_FORMATCHANGING points at lives only while the message is handled, so it
-/// is copied into `format` (hasFormat); equality compares the three parameters.
+/// is copied into `format` (left empty when lParam is 0); equality compares the
+/// three parameters.
 struct Notification {
     UINT message;
     WPARAM wParam;
     LPARAM lParam;
-    bool hasFormat = false;
     SZxGrabberFormatValue format;
     bool operator==(const Notification& o) const
     {
@@ -61,9 +61,6 @@ public:
     /// WM_CTLCOLORSTATIC from item `id` with a DC of it, as when it paints: the
     /// brush the dialog answered, and the DC's text colour after.
     bool CtlColorStatic(int id, HBRUSH& brush, COLORREF& textColor);
-    /// One click on an up-down's arrow: it moves by `delta` within its range and
-    /// notifies twice (SB_THUMBPOSITION with the new position, then SB_ENDSCROLL).
-    bool SpinClick(int id, int delta);
     /// Focuses item `id` and presses and releases the virtual key `vk` through the
     /// input queue, so keyboard hooks and the item's window procedure see it.
     void Key(int id, UINT vk);

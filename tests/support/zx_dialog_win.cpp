@@ -36,10 +36,8 @@ INT_PTR CALLBACK TestDialog::Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPa
         return FALSE;
     if (msg >= WM_IS_FORMATCHANGING && msg <= WM_IS_COMMANDDONE) {
         Notification n{msg, wParam, lParam};
-        if (msg == WM_IS_FORMATCHANGING && lParam) {
-            n.hasFormat = true;
+        if (msg == WM_IS_FORMATCHANGING && lParam)
             n.format = *reinterpret_cast<const SZxGrabberFormatValue*>(lParam);
-        }
         self->m_notes.push_back(n);
         return TRUE;
     }
@@ -82,13 +80,10 @@ bool TestDialog::Scroll(int id, WORD code, int pos)
     const LONG_PTR style = GetWindowLongPtrW(item, GWL_STYLE);
     wchar_t cls[32] = {};
     GetClassNameW(item, cls, 32);
-    bool vertical;
-    if (lstrcmpiW(cls, L"ScrollBar") == 0)
-        vertical = (style & SBS_VERT) != 0;
-    else if (lstrcmpiW(cls, TRACKBAR_CLASSW) == 0)
-        vertical = (style & TBS_VERT) != 0;
-    else
-        vertical = (style & UDS_HORZ) == 0; // an up-down is vertical unless told otherwise
+    // An up-down is vertical unless told otherwise; scroll and track bars are horizontal.
+    const bool vertical = lstrcmpiW(cls, UPDOWN_CLASSW) == 0
+                              ? (style & UDS_HORZ) == 0
+                              : (style & (lstrcmpiW(cls, TRACKBAR_CLASSW) == 0 ? TBS_VERT : SBS_VERT)) != 0;
     return SendFrom(vertical ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(code, pos), item);
 }
 
@@ -102,19 +97,6 @@ bool TestDialog::CtlColorStatic(int id, HBRUSH& brush, COLORREF& textColor)
     textColor = GetTextColor(dc);
     ReleaseDC(item, dc);
     return handled;
-}
-
-bool TestDialog::SpinClick(int id, int delta)
-{
-    HWND spin = Item(id);
-    int lo = 0, hi = 0;
-    SendMessageW(spin, UDM_GETRANGE32, reinterpret_cast<WPARAM>(&lo), reinterpret_cast<LPARAM>(&hi));
-    int pos = static_cast<int>(SendMessageW(spin, UDM_GETPOS32, 0, 0)) + delta;
-    pos = pos < lo ? lo : pos > hi ? hi : pos;
-    SendMessageW(spin, UDM_SETPOS32, 0, pos);
-    const bool first = Scroll(id, SB_THUMBPOSITION, pos);
-    const bool second = Scroll(id, SB_ENDSCROLL, pos);
-    return first || second;
 }
 
 void TestDialog::Key(int id, UINT vk)
