@@ -30,20 +30,17 @@ TEST(ControlBase, TranslationUsesTheModuleContextTheDriverClassNames)
     OtherDriver other;
     CZxISControl c(CZxISControl::ctCombo, CZxISControl::btProperty, L"TriggerMode", 1, 0, 1);
 
-    c.Attach(nullptr, &other, nullptr);
-    EXPECT_EQ(c.GetTranslation(L"Software", "inputsetupcontrols"), CZxStringW(L"<Software>"));
-    EXPECT_EQ(g_context, L"inputsetupcontrols");
-    c.Attach(nullptr, &sim, nullptr);
-    c.GetTranslation(L"Software", "inputsetupcontrols");
-    EXPECT_EQ(g_context, L"zxsimdriver");
-    // Without a provider the context last seen stays.
-    c.Detach();
-    c.GetTranslation(L"Software", "inputsetupcontrols");
-    EXPECT_EQ(g_context, L"zxsimdriver");
-    // A driver without a module context does not inherit the previous one.
-    c.Attach(nullptr, &other, nullptr);
-    c.GetTranslation(L"Software", "inputsetupcontrols");
-    EXPECT_EQ(g_context, L"inputsetupcontrols");
+    const struct {
+        CZxGenProvider_Low* provider;
+        const wchar_t* context;
+    } steps[] = {{&other, L"inputsetupcontrols"}, {&sim, L"zxsimdriver"},
+                 {nullptr, L"zxsimdriver"} /* without a provider the context last seen stays */,
+                 {&other, L"inputsetupcontrols"} /* a driver without one does not inherit the last */};
+    for (const auto& step : steps) {
+        c.Attach(nullptr, step.provider, nullptr);
+        EXPECT_EQ(c.GetTranslation(L"Software", "inputsetupcontrols"), CZxStringW(L"<Software>"));
+        EXPECT_EQ(g_context, step.context);
+    }
 
     ZX_SetTranslationHook(old);
     CZxRTTI::UnregisterClassImpl(L"IZxGrabberDriver01", ZXSIM_DRIVER_CLASS);
