@@ -14,14 +14,6 @@ struct DiagRecord {
     int line;
 };
 
-std::string Narrow(const std::wstring& w)
-{
-    std::string s;
-    for (wchar_t c : w)
-        s += (c >= 32 && c < 127) ? char(c) : '?';
-    return s;
-}
-
 std::mutex g_mutex;
 std::vector<DiagRecord> g_claimed;
 std::vector<DiagRecord> g_unclaimed;
@@ -49,8 +41,8 @@ class UnclaimedAssertionCheck : public ::testing::EmptyTestEventListener {
             left.swap(g_unclaimed);
         }
         for (const DiagRecord& r : left)
-            ADD_FAILURE() << "unexpected diagnostic assertion \"" << Narrow(r.condition) << "\" from "
-                          << Narrow(r.source) << ":" << r.line;
+            ADD_FAILURE() << "unexpected diagnostic assertion \"" << r.condition << "\" from " << r.source << ":"
+                          << r.line;
     }
 };
 
