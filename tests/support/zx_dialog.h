@@ -47,8 +47,6 @@ public:
 
     /// The WM_IS_* notifications received, in order.
     const std::vector<Notification>& Notifications() const { return m_notes; }
-    /// The control that took the last routed message (null if none).
-    CZxISControl* LastRouted() const { return m_lastRouted; }
 
     // ---- User input, as Windows reports it; each returns whether a control handled it ----
     /// WM_COMMAND with `code` from item `id` (lParam = the item's window).
@@ -76,7 +74,6 @@ private:
     CZxSimCamera m_camera;
     CZxISControlList m_list;
     std::vector<Notification> m_notes;
-    CZxISControl* m_lastRouted = nullptr;
     bool m_lastHandled = false;
 };
 

@@ -44,9 +44,7 @@ INT_PTR CALLBACK TestDialog::Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPa
     if (msg != WM_COMMAND && msg != WM_HSCROLL && msg != WM_VSCROLL && msg != WM_CTLCOLORSTATIC)
         return FALSE;
     LRESULT result = 0;
-    self->m_lastRouted = nullptr;
-    self->m_lastHandled =
-        self->m_list.DlgProcHookMany(self->ZxHwnd(), msg, wParam, lParam, &result, &self->m_lastRouted, 0xFFFFFFFFu);
+    self->m_lastHandled = self->m_list.DlgProcHookMany(self->ZxHwnd(), msg, wParam, lParam, &result, nullptr, ~0u);
     if (!self->m_lastHandled)
         return FALSE;
     // A dialog procedure answers the colour messages with the brush itself.
@@ -58,7 +56,6 @@ INT_PTR CALLBACK TestDialog::Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPa
 
 bool TestDialog::SendFrom(UINT msg, WPARAM wParam, HWND sender, LRESULT* answer)
 {
-    m_lastRouted = nullptr;
     m_lastHandled = false;
     const LRESULT r = SendMessageW(m_hDlg, msg, wParam, reinterpret_cast<LPARAM>(sender));
     if (answer)
