@@ -1,10 +1,11 @@
 #include <cstring>
 #include <vector>
 
+#include "pixel_test.h"
 #include "zx_levels.h"
 #include "zx/bayer.h"
-#include "zx_frames.h"
-#include "zx_test.h"
+
+using pixtest::Samples;
 
 namespace {
 
@@ -57,13 +58,6 @@ std::vector<uint32_t> Reference(const SZxPicBuf& raw, int type)
     return out;
 }
 
-std::vector<uint32_t> Samples(const SZxPicBuf& pb)
-{
-    std::vector<uint32_t> v(size_t(pb.uiWidth) * pb.uiHeight * pb.uiComp);
-    for (size_t i = 0; i < v.size(); ++i) v[i] = zxtest::SampleAt(pb, i);
-    return v;
-}
-
 } // namespace
 
 TEST(Bayer, EveryLevelMatchesThePerPixelRulesOnRandomFrames)
@@ -80,34 +74,26 @@ TEST(Bayer, EveryLevelMatchesThePerPixelRulesOnRandomFrames)
                     raw->GetPicBuf(&rb);
                     CZxGrabberSample01 dst(s[0], s[1], bits, 3);
                     ZX_BayerToRGB(&dst, rb.pData, EZxBayerType(type));
-                    SZxPicBuf db;
-                    dst.GetPicBuf(&db);
-                    const std::vector<uint32_t> want = Reference(rb, type), got = Samples(db);
-                    for (size_t i = 0; i < want.size(); ++i)
-                        ASSERT_EQ(got[i], want[i]) << s[0] << "x" << s[1] << " bits " << bits << " type " << type
-                                                   << " pixel " << i / 3 << " channel " << i % 3;
+                    ASSERT_EQ(Samples(dst), Reference(rb, type))
+                        << s[0] << "x" << s[1] << " bits " << bits << " type " << type;
                 }
     });
 }
 
 TEST(Bayer, HandCases)
 {
-    // Type 2 first pixel from its own cell: blue = b, red = c, green = (a + d) >> 1.
+    // Type 2 first pixel from its own cell: blue = b, red = c, green = (a + d) >> 1; in a
+    // frame of one cell the border rule gives every other pixel the same three values.
     CZxGrabberSample01 dst(2, 2, 8, 3);
     const uint8_t cell[4] = {10, 20, 30, 41};
     ZX_BayerToRGB(&dst, cell, ZX_BAYER_GBRG);
-    const uint8_t* o = static_cast<const uint8_t*>(dst.GetDataPtr());
-    EXPECT_EQ(o[0], 20);
-    EXPECT_EQ(o[1], 25);
-    EXPECT_EQ(o[2], 30);
+    EXPECT_EQ(Samples(dst), (std::vector<uint32_t>{20, 25, 30, 20, 25, 30, 20, 25, 30, 20, 25, 30}));
 
     // A uniform frame stays uniform in all three components, interior and border alike.
     std::vector<uint16_t> flat(37 * 9, 3001);
     CZxGrabberSample01 wide(37, 9, 12, 3);
     ZX_BayerToRGB(&wide, flat.data(), ZX_BAYER_RGGB);
-    const uint16_t* w = static_cast<const uint16_t*>(wide.GetDataPtr());
-    for (size_t i = 0; i < flat.size() * 3; ++i)
-        ASSERT_EQ(w[i], 3001) << i;
+    EXPECT_EQ(Samples(wide), std::vector<uint32_t>(flat.size() * 3, 3001));
 }
 
 TEST(Bayer, BadArgumentsAreReportedAndWriteNothing)
@@ -124,13 +110,12 @@ TEST(Bayer, BadArgumentsAreReportedAndWriteNothing)
     ok.GetPicBuf(&small);
     small.ui64DataSize = 10;
     ZX_BayerToRGB(&small, raw, ZX_BAYER_BGGR);
-    EXPECT_EQ(diag.Size(), 6u);
-    EXPECT_EQ(diag.Count(L"pPicBuf->uiComp != 3"), 1);
-    for (const CZxGrabberSample01* s : {&narrow, &mono, &ok}) {
-        SZxPicBuf pb;
-        s->GetPicBuf(&pb);
-        for (uint32_t v : Samples(pb)) ASSERT_EQ(v, 0u);
-    }
+    pixtest::ExpectReports(diag, L"common",
+                           {L"pPicBuf->uiWidth < 2 || pPicBuf->uiHeight < 2", L"pPicBuf->uiComp != 3",
+                            L"type < 1 || type > 4", L"pSrc == NULL", L"pSample == NULL",
+                            L"pb.ui64DataSize != 0 && pb.ui64DataSize < bytes"});
+    for (const CZxGrabberSample01* s : {&narrow, &mono, &ok})
+        EXPECT_EQ(Samples(*s), std::vector<uint32_t>(Samples(*s).size(), 0));
 }
 
 TEST(Bayer, FramesBeyondTheCacheMatchTheReferenceLevel)
