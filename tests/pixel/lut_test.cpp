@@ -1,11 +1,11 @@
 #include <cmath>
-#include <cstring>
 #include <vector>
 
+#include "pixel_test.h"
 #include "zx_levels.h"
 #include "zx/lut.h"
-#include "zx_frames.h"
-#include "zx_test.h"
+
+using pixtest::Samples;
 
 namespace {
 
@@ -21,11 +21,21 @@ double Level(int i, int bits, double gain, double offset, double gamma, bool unr
     return std::min(M, std::max(0.0, std::trunc(y + 0.5)));
 }
 
-std::vector<uint32_t> Samples(const SZxPicBuf& pb)
+// `update(d, bits)` builds a table from properties moved by d. A marker poked into the
+// table survives a change within the 0.001 tolerance; a new bit depth or a larger
+// change rebuilds the table over it.
+template <typename T, typename Update>
+void ExpectRebuildsOnlyBeyondTolerance(Update update, T* table, T marker)
 {
-    std::vector<uint32_t> v(size_t(pb.uiWidth) * pb.uiHeight * pb.uiComp);
-    for (size_t i = 0; i < v.size(); ++i) v[i] = zxtest::SampleAt(pb, i);
-    return v;
+    update(0.0, 8);
+    table[10] = marker;
+    update(0.0005, 8);
+    EXPECT_EQ(table[10], marker) << "a change within the tolerance rebuilt the table";
+    update(0.0005, 9);
+    EXPECT_NE(table[10], marker) << "a new bit depth kept the old table";
+    table[10] = marker;
+    update(0.002, 9);
+    EXPECT_NE(table[10], marker) << "a change beyond the tolerance kept the old table";
 }
 
 } // namespace
@@ -35,25 +45,15 @@ TEST(Lut, HandCasesOfTheLevelMapping)
     CZxBaseMonoLUT mono(8);
     mono.UpdateLUT(SZxBasePropsI{1.0, 0.0, 0.5}, 8);
     EXPECT_EQ(mono.m_pTable[64], 128);
-    EXPECT_EQ(mono.m_pTable[0], 0);
-    EXPECT_EQ(mono.m_pTable[255], 255);
-
-    mono.UpdateLUT(SZxBasePropsI{1.0, -0.25, 1.0}, 8);  // negative offset clips the low levels
-    EXPECT_EQ(mono.m_pTable[63], 0);
-    EXPECT_EQ(mono.m_pTable[100], 36);                   // 100 - 63.75 = 36.25
-    mono.UpdateLUT(SZxBasePropsI{2.0, 0.0, 1.0}, 8);     // gain saturates at M
-    EXPECT_EQ(mono.m_pTable[127], 254);
-    EXPECT_EQ(mono.m_pTable[200], 255);
 
     // Quantitative: the offset is not scaled by the gain, and the tail above M saturates.
     CZxBaseMonoLUT q(12);
     q.UpdateQuantitativeLUT(SZxBasePropsI{2.0, 0.1, 1.0}, 8);
-    EXPECT_EQ(q.m_pTable[10], 46);  // (20 + 25.5) rounded; the display form would give 71
-    EXPECT_EQ(q.m_pTable[256], 255);
-    EXPECT_EQ(q.m_pTable[4095], 255);
+    EXPECT_EQ((std::vector<uint16_t>{q.m_pTable[10], q.m_pTable[256], q.m_pTable[4095]}),
+              (std::vector<uint16_t>{46, 255, 255}));  // 20 + 25.5 rounded, then the tail
     // Same properties as a display table: a different mapping, so it is rebuilt.
     q.UpdateLUT(SZxBasePropsI{2.0, 0.1, 1.0}, 8);
-    EXPECT_EQ(q.m_pTable[10], 71);
+    EXPECT_EQ(q.m_pTable[10], 71);  // (10 + 25.5) * 2 rounded
 
     CZxBaseLUT colour(8);
     SZxBaseProps p;
@@ -65,50 +65,36 @@ TEST(Lut, HandCasesOfTheLevelMapping)
 
 TEST(Lut, RebuildsOnlyWhenPropertiesOrBitsChange)
 {
-    auto frame = zxtest::RandomFrame(9, 7, 8, 1, 3);
-    SZxPicBuf pb;
-    frame->GetPicBuf(&pb);
-    const std::vector<uint32_t> before = Samples(pb);
-
     CZxBaseMonoLUT mono(10);
-    mono.UpdateLUT(SZxBasePropsI{}, 8);  // defaults: identity, no table, frame untouched
-    EXPECT_TRUE(mono.m_bIdentity);
-    EXPECT_EQ(mono.m_iBits, -1);
-    mono.ApplyLUT(frame.get());
-    EXPECT_EQ(Samples(pb), before);
-
-    // A table that was rebuilt loses the marker poked into it.
-    mono.UpdateLUT(SZxBasePropsI{1.5, 0.0, 1.0}, 8);
-    mono.m_pTable[5] = 999;
-    mono.UpdateLUT(SZxBasePropsI{1.5005, 0.0005, 0.9995}, 8);
-    EXPECT_EQ(mono.m_pTable[5], 999);
-    mono.UpdateLUT(SZxBasePropsI{1.5, 0.0, 1.0}, 9);
-    EXPECT_NE(mono.m_pTable[5], 999);
-    mono.UpdateLUT(SZxBasePropsI{1.502, 0.0, 1.0}, 9);
-    EXPECT_EQ(mono.m_iBits, 9);
-    EXPECT_DOUBLE_EQ(mono.m_dGain, 1.502);
-
+    ExpectRebuildsOnlyBeyondTolerance(
+        [&](double d, int bits) { mono.UpdateLUT(SZxBasePropsI{1.5 + d, d, 1.0 - d}, bits); }, mono.m_pTable,
+        uint16_t(999));
     CZxBaseLUT colour(10);
-    SZxBaseProps p;
-    p.dGainG = 1.5;
-    colour.UpdateLUT(p, false, 8);
-    EXPECT_EQ(colour.m_uiColorMode, 1u);
-    colour.m_pGreen[5] = 999;
-    p.dGainG = 1.5005;
-    colour.UpdateLUT(p, false, 8);
-    EXPECT_EQ(colour.m_pGreen[5], 999);
-    colour.UpdateLUT(p, false, 10);
-    EXPECT_NE(colour.m_pGreen[5], 999);
+    ExpectRebuildsOnlyBeyondTolerance([&](double d, int bits) {
+        SZxBaseProps p;
+        p.dGamma = 0.5 + d;
+        colour.UpdateLUT(p, true, bits);
+    }, colour.m_pIntensity, uint16_t(999));
+    ExpectRebuildsOnlyBeyondTolerance([&](double d, int bits) {
+        SZxBaseProps p;
+        p.dGainG = 1.5 + d;
+        colour.UpdateLUT(p, false, bits);
+        ASSERT_EQ(colour.m_uiColorMode, 1u);
+    }, colour.m_pGreen, uint16_t(999));
+    ExpectRebuildsOnlyBeyondTolerance([&](double d, int bits) {
+        SZxBaseProps p;
+        p.dWeightB = 0.5 - d;  // any weight switches to pair tables
+        colour.UpdateLUT(p, false, bits);
+        ASSERT_EQ(colour.m_uiColorMode, 2u);
+    }, colour.m_pPairBlue, int32_t(-7));
 
-    p.dWeightB = 0.5;  // any weight switches to pair tables
-    colour.UpdateLUT(p, false, 10);
-    EXPECT_EQ(colour.m_uiColorMode, 2u);
-    colour.m_pPairBlue[10] = -7;
-    p.dSaturation = 1.0004;
-    colour.UpdateLUT(p, false, 10);
-    EXPECT_EQ(colour.m_pPairBlue[10], -7);
-    colour.UpdateLUT(p, false, 9);
-    EXPECT_NE(colour.m_pPairBlue[10], -7);
+    // Back to the defaults: the identity leaves the frame as it was, not mapped by the old table.
+    auto frame = zxtest::RandomFrame(9, 7, 8, 1, 3);
+    const std::vector<uint32_t> before = Samples(*frame);
+    mono.UpdateLUT(SZxBasePropsI{}, 8);
+    mono.ApplyLUT(frame.get());
+    EXPECT_EQ(Samples(*frame), before);
+    EXPECT_TRUE(mono.m_bIdentity);
 
     CZxBaseLUT copy(colour);  // deep copy: the copy keeps its tables after the source changes
     colour.m_pPairBlue[10] = -7;
@@ -123,62 +109,48 @@ TEST(Lut, ApplyMatchesPerSampleReferenceOnEveryKernelLevel)
     SZxBaseProps p;
     p.dGain = 1.3; p.dOffset = -0.05; p.dGamma = 0.8;
     p.dGainR = 1.1; p.dOffsetB = 0.02; p.dGammaG = 1.2;
-    zxtest::ForEachKernelLevel([&](int level) {
+    const double lum[3] = {0.114, 0.587, 0.299};
+    zxtest::ForEachKernelLevel([&](int) {
         uint32_t seed = 10;
         for (const Case& c : cases) {
-            const int bits = std::min<int>(c.bits, c.maxBits);
+            const int bits = std::min<int>(c.bits, c.maxBits), M = (1 << bits) - 1;
             const uint32_t last = (1u << c.maxBits) - 1;
             // Monochrome through CZxBaseMonoLUT; the random samples use the frame's
             // full depth, so some lie above a smaller table and must take its last entry.
             auto frame = zxtest::RandomFrame(c.w, c.h, c.bits, 1, seed++);
-            SZxPicBuf pb;
-            frame->GetPicBuf(&pb);
-            std::vector<uint32_t> in = Samples(pb);
+            std::vector<uint32_t> want = Samples(*frame);
+            for (uint32_t& v : want) v = uint32_t(Level(int(std::min(v, last)), bits, p.dGain, p.dOffset, p.dGamma));
             CZxBaseMonoLUT mono(c.maxBits);
             mono.UpdateLUT(SZxBasePropsI{p.dGain, p.dOffset, p.dGamma}, bits);
-            mono.ApplyLUT(&pb);
-            for (size_t i = 0; i < in.size(); ++i) {
-                const uint32_t e = uint32_t(Level(int(std::min(in[i], last)), bits, p.dGain, p.dOffset, p.dGamma));
-                ASSERT_EQ(zxtest::SampleAt(pb, i), c.bits > 8 ? e : (e & 0xFF)) << "mono sample " << i;
-            }
+            mono.ApplyLUT(frame.get());
+            ASSERT_EQ(Samples(*frame), want) << "mono " << c.w << "x" << c.h;
 
-            // Colour, channel tables then pair tables, on BGR frames.
+            // Colour, channel tables then pair tables, on BGR frames. Without weights each
+            // channel's own part is its rounded level and it shares nothing.
             for (bool weighted : {false, true}) {
                 SZxBaseProps q = p;
                 if (weighted) { q.dWeightR = 1.4; q.dWeightB = 0.3; q.dSaturation = 0.9; }
-                auto cf = zxtest::RandomFrame(c.w, c.h, c.bits, 3, seed++);
-                cf->GetPicBuf(&pb);
-                in = Samples(pb);
-                CZxBaseLUT lut(c.maxBits);
-                lut.UpdateLUT(q, false, bits);
-                ASSERT_EQ(lut.m_uiColorMode, weighted ? 2u : 1u);
-                lut.ApplyLUT(cf.get());
                 const double gain[3] = {q.dGain * q.dGainB, q.dGain * q.dGainG, q.dGain * q.dGainR};
                 const double off[3] = {q.dOffset + q.dOffsetB, q.dOffset + q.dOffsetG, q.dOffset + q.dOffsetR};
                 const double gam[3] = {q.dGamma * q.dGammaB, q.dGamma * q.dGammaG, q.dGamma * q.dGammaR};
                 const double wt[3] = {q.dSaturation * q.dWeightB, q.dSaturation * q.dWeightG, q.dSaturation * q.dWeightR};
-                const double lum[3] = {0.114, 0.587, 0.299};
-                const int M = (1 << bits) - 1;
-                for (size_t px = 0; px < in.size() / 3; ++px) {
+                auto cf = zxtest::RandomFrame(c.w, c.h, c.bits, 3, seed++);
+                want = Samples(*cf);
+                for (size_t px = 0; px < want.size(); px += 3) {
                     int own[3], share[3];
                     for (int k = 0; k < 3; ++k) {
-                        const int v = int(std::min(in[3 * px + k], last));
-                        if (!weighted) {
-                            own[k] = int(Level(v, bits, gain[k], off[k], gam[k]));
-                            continue;
-                        }
-                        const double L = Level(v, bits, gain[k], off[k], gam[k], true);
+                        const double L = Level(int(std::min(want[px + k], last)), bits, gain[k], off[k], gam[k], true);
                         own[k] = int(L * (wt[k] + (1 - wt[k]) * lum[k]) + 0.5);
                         share[k] = int(L * ((1 - wt[k]) * lum[k]) + 0.5);
                     }
-                    for (int k = 0; k < 3; ++k) {
-                        int e = own[k];
-                        if (weighted)
-                            e = std::min(M, std::max(0, own[k] + share[(k + 1) % 3] + share[(k + 2) % 3]));
-                        const uint32_t want = c.bits > 8 ? uint32_t(e) : (uint32_t(e) & 0xFF);
-                        ASSERT_EQ(zxtest::SampleAt(pb, 3 * px + k), want) << "pixel " << px << " sample " << k;
-                    }
+                    for (int k = 0; k < 3; ++k)
+                        want[px + k] = uint32_t(std::min(M, std::max(0, own[k] + share[(k + 1) % 3] + share[(k + 2) % 3])));
                 }
+                CZxBaseLUT lut(c.maxBits);
+                lut.UpdateLUT(q, false, bits);
+                ASSERT_EQ(lut.m_uiColorMode, weighted ? 2u : 1u);
+                lut.ApplyLUT(cf.get());
+                ASSERT_EQ(Samples(*cf), want) << (weighted ? "pair tables " : "channel tables ") << c.w << "x" << c.h;
             }
         }
     });
@@ -189,16 +161,17 @@ TEST(Lut, BadTablesAndFramesAreReportedNotApplied)
     zxtest::DiagCapture diag;
     CZxBaseMonoLUT none(0);
     none.UpdateLUT(SZxBasePropsI{2.0, 0.0, 1.0}, 8);
-    none.ApplyLUT(static_cast<SZxPicBuf*>(nullptr));
     CZxBaseMonoLUT mono(8);
     mono.UpdateLUT(SZxBasePropsI{2.0, 0.0, 1.0}, 9);  // deeper than the table
     EXPECT_TRUE(mono.m_bIdentity);
     mono.UpdateLUT(SZxBasePropsI{2.0, 0.0, 1.0}, 8);
-    SZxPicBuf short_{4, 4, 4, 8, 1, 3, nullptr};
     uint8_t data[3] = {1, 2, 3};
-    short_.pData = data;
+    SZxPicBuf short_{4, 4, 4, 8, 1, 3, data};
     mono.ApplyLUT(&short_);
     EXPECT_EQ(data[0], 1);
+    mono.ApplyLUT(static_cast<SZxPicBuf*>(nullptr));
     mono.ApplyLUT(static_cast<CZxGrabberSample01*>(nullptr));
-    EXPECT_GE(diag.Size(), 5u);
+    pixtest::ExpectReports(diag, L"imaging",
+                           {L"maxBits < 1 || maxBits > kMaxTableBits", L"table == NULL", L"bits < 1 || bits > maxBits",
+                            L"pb->ui64DataSize != 0 && pb->ui64DataSize < bytes", L"pb == NULL", L"sample == NULL"});
 }
