@@ -19,17 +19,18 @@ struct RefHisto {
     uint32_t binCount = 0;
 };
 
-bool InCircleRow(int64_t x, int64_t y, const SZxGrabberProbe& p, int64_t w, int64_t h)
+// Whether pixel (x, y) of a w x h frame lies in the probe. A circle's row y spans
+// cx +- round(sqrt(r^2 - dy^2)), both ends held inside the circle's box cut to the frame.
+bool InProbe(int64_t x, int64_t y, const SZxGrabberProbe& p, int64_t w, int64_t h)
 {
     const int64_t cx = p.uiLeft, cy = p.uiTop, r = p.uiWidth;
+    if (p.uiType == 1)
+        return x >= cx && x < cx + r && y >= cy && y < cy + int64_t(p.uiHeight);
     const int64_t left = std::max<int64_t>(0, cx - r), right = std::min<int64_t>(w - 1, cx + r);
-    const int64_t top = std::max<int64_t>(0, cy - r), bottom = std::min<int64_t>(h - 1, cy + r);
-    if (y < top || y > bottom || left > right)
+    if (y < std::max<int64_t>(0, cy - r) || y > std::min<int64_t>(h - 1, cy + r) || left > right)
         return false;
     const int64_t half = int64_t(std::sqrt((long double)r * r - (long double)(y - cy) * (y - cy)) + 0.5);
-    const int64_t x0 = std::min(std::max(cx - half, left), right);
-    const int64_t x1 = std::max(std::min(cx + half, right), left);
-    return x >= x0 && x <= x1;
+    return x >= std::min(std::max(cx - half, left), right) && x <= std::max(std::min(cx + half, right), left);
 }
 
 RefHisto Reference(const SZxPicBuf& pb, int maxBits, const SZxGrabberProbe* probe, const uint32_t* clip)
@@ -39,13 +40,7 @@ RefHisto Reference(const SZxPicBuf& pb, int maxBits, const SZxGrabberProbe* prob
     for (auto& b : r.bins) b.assign(r.binCount, 0);
     for (uint32_t y = 0; y < pb.uiHeight; ++y) {
         for (uint32_t x = 0; x < pb.uiWidth; ++x) {
-            bool in = true;
-            if (probe && probe->uiType == 1)
-                in = x >= probe->uiLeft && uint64_t(x) < uint64_t(probe->uiLeft) + probe->uiWidth &&
-                     y >= probe->uiTop && uint64_t(y) < uint64_t(probe->uiTop) + probe->uiHeight;
-            else if (probe)
-                in = InCircleRow(x, y, *probe, pb.uiWidth, pb.uiHeight);
-            if (!in)
+            if (probe && !InProbe(x, y, *probe, pb.uiWidth, pb.uiHeight))
                 continue;
             ++r.pixels;
             const size_t base = (size_t(y) * pb.uiWidth + x) * pb.uiComp;
