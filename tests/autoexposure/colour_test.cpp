@@ -42,17 +42,18 @@ TEST(AEColour, OffsetsComeBeforeWhiteBalanceBeforeDisplayGain)
     ExpectDoubles({255.0 / 190, 0.0}, {f.m_dDisplayGain, f.m_dOverflow});
 }
 
-// Replays a factor and exposure per channel call and records the arguments.
+// Replays a factor and exposure per channel call and records the offsets given.
+// Each channel's gain comes back tripled, so the complementary gain of whichever
+// channel wins shows whether that channel was given its own white balance.
 struct ScriptedChannels : Engine {
     double factor[3] = {1, 2, 4}, exposure[3] = {4, 2, 1};
-    std::vector<double> gains, offsets;
+    std::vector<double> offsets;
 
     void ComputeAutoExposure(unsigned* modeOut, double* factorOut, double* exposureOut, double* gainOut, unsigned,
                              double gain, double offset, unsigned, double, double, double, double,
                              const SZxAESetting&, unsigned, double, bool) override
     {
-        const size_t c = gains.size();
-        gains.push_back(gain);
+        const size_t c = offsets.size();
         offsets.push_back(offset);
         *modeOut = 0;
         *factorOut = factor[c];
@@ -61,7 +62,6 @@ struct ScriptedChannels : Engine {
     }
     double Choose(double redExposure, double greenExposure)
     {
-        gains.clear();
         offsets.clear();
         exposure[0] = redExposure;
         exposure[1] = greenExposure;
@@ -81,7 +81,6 @@ TEST(AEColour, LeastSignalChannelWinsWithTiesToRedThenGreen)
 {
     ScriptedChannels s;
     EXPECT_DOUBLE_EQ(1.0, s.Choose(4, 2));  // scores 4, 4, 4
-    EXPECT_EQ((std::vector<double>{2.0, 1.0, 1.0}), s.gains);
     EXPECT_EQ((std::vector<double>{0.5, 0.5, 0.75}), s.offsets);
     EXPECT_DOUBLE_EQ(2.0, s.Choose(5, 2));  // 5, 4, 4
     EXPECT_DOUBLE_EQ(4.0, s.Choose(5, 3));  // 5, 6, 4
