@@ -31,21 +31,19 @@ public:
     uint64_t Dc() const { return uint64_t(reinterpret_cast<uintptr_t>(m_dc)); }
     HDC Hdc() const { return m_dc; }
     COLORREF At(int x, int y) const { return GetPixel(m_dc, x, y); }
-    // Rows, counted up from `bottom` (exclusive), that column x has in `color`.
-    int Run(int x, int bottom, COLORREF color) const
-    {
-        int n = 0;
-        while (bottom - 1 - n >= 0 && At(x, bottom - 1 - n) == color)
-            ++n;
-        return n;
-    }
+    // Rows, counted up from `bottom` (exclusive), that each column in xs has in `color`.
     std::vector<int> Runs(std::initializer_list<int> xs, int bottom, COLORREF color) const
     {
         std::vector<int> runs;
-        for (int x : xs)
-            runs.push_back(Run(x, bottom, color));
+        for (int x : xs) {
+            int n = 0;
+            while (bottom - 1 - n >= 0 && At(x, bottom - 1 - n) == color)
+                ++n;
+            runs.push_back(n);
+        }
         return runs;
     }
+    int Run(int x, int bottom, COLORREF color) const { return Runs({x}, bottom, color)[0]; }
 
 private:
     HDC m_dc;
