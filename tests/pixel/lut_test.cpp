@@ -91,8 +91,8 @@ TEST(Lut, RebuildsOnlyWhenPropertiesOrBitsChange)
     EXPECT_TRUE(mono.m_bIdentity);
 
     CZxBaseLUT copy(colour);  // deep copy: the copy keeps its tables after the source changes
-    colour.m_pPairBlue[10] = -7;
-    EXPECT_NE(copy.m_pPairBlue[10], -7);
+    colour.m_pPairBlue[10] += 1;
+    EXPECT_EQ(copy.m_pPairBlue[10] + 1, colour.m_pPairBlue[10]);
     EXPECT_EQ(copy.m_uiColorMode, 2u);
 }
 
