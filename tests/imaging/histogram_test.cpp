@@ -7,8 +7,6 @@
 #include "zx_test.h"
 #include "zxhost/system.h"
 
-using zxtest::DiagCapture;
-
 namespace {
 
 // Per-pixel reference: decides membership of each pixel from the region's
@@ -145,7 +143,6 @@ TEST(Histogram, HandCases)
     p[0] = 4095; p[1] = 16; p[2] = 15; p[3] = 200;
     SZxAEHistogram h(8, true, false);
     ZX_ComputeHistogramAE(&h, &s, nullptr);
-    EXPECT_EQ(h.uiBinCount, 256u);
     using Bins = std::map<uint32_t, uint32_t>;
     EXPECT_EQ(Filled(h), (Bins{{0, 1}, {1, 1}, {12, 1}, {255, 1}}));  // 15, 16, 200 >> 4
     SZxGrabberProbe all = SZxGrabberProbe::Rect(0, 0, 4, 1);

@@ -18,26 +18,25 @@ TEST(Binning, EveryLevelMatchesTheCellRulesOnRandomFrames)
             for (uint32_t w : {1u, 2u, 7u, 8u, 15u, 16u, 17u, 31u, 33u, 40u, 67u})
                 for (uint32_t h : {1u, 3u}) {
                     auto raw = zxtest::RandomFrame(2 * w, 2 * h, bits, 1, seed++);
-                    SZxPicBuf rb;
-                    raw->GetPicBuf(&rb);
+                    const Row in = Samples(*raw);
                     // The rounded mean of each 2 x 2 cell, and per type blue, the truncated green mean, red.
                     Row mean, colour[4];
                     for (uint32_t y = 0; y < h; ++y)
                         for (uint32_t x = 0; x < w; ++x) {
                             uint32_t c[4];
                             for (int k = 0; k < 4; ++k)
-                                c[k] = zxtest::SampleAt(rb, size_t(2 * y + k / 2) * 2 * w + 2 * x + k % 2);
+                                c[k] = in[size_t(2 * y + k / 2) * 2 * w + 2 * x + k % 2];
                             mean.push_back((c[0] + c[1] + c[2] + c[3] + 2) >> 2);
                             for (int t = 0; t < 4; ++t)
                                 colour[t].insert(colour[t].end(), {c[pos[t][0]], (c[pos[t][1]] + c[pos[t][2]]) >> 1,
                                                                    c[pos[t][3]]});
                         }
                     CZxGrabberSample01 mono(w, h, bits, 1);
-                    ZX_MonoBinning(&mono, rb.pData, 2);
+                    ZX_MonoBinning(&mono, raw->GetDataPtr(), 2);
                     ASSERT_EQ(Samples(mono), mean) << w << "x" << h << " bits " << bits;
                     for (int t = 0; t < 4; ++t) {
                         CZxGrabberSample01 bayer(w, h, bits, 3);
-                        ZX_BayerBinning(&bayer, rb.pData, EZxBayerType(t + 1), 2);
+                        ZX_BayerBinning(&bayer, raw->GetDataPtr(), EZxBayerType(t + 1), 2);
                         ASSERT_EQ(Samples(bayer), colour[t]) << w << "x" << h << " bits " << bits << " type " << t + 1;
                     }
                 }
@@ -79,7 +78,7 @@ TEST(Binning, StretchAveragesFootprintsOfUnevenRatios)
     uint8_t dst[2] = {0, 0};
     SZxPicBuf s{5, 1, 5, 8, 1, 5, src}, d{2, 1, 2, 8, 1, 2, dst};
     EXPECT_EQ(CZxPicBufAPI_GeomTrans::Stretch(&d, &s, 3), 0);
-    EXPECT_EQ(Samples(d), (Row{15, 40}));  // columns 0..1, then 2..4: 121 / 3 rounded
+    EXPECT_EQ((Row{dst[0], dst[1]}), (Row{15, 40}));  // columns 0..1, then 2..4: 121 / 3 rounded
     s.uiRowBytes = 2;                      // rows shorter than their pixels
     EXPECT_EQ(CZxPicBufAPI_GeomTrans::Stretch(&d, &s, 3), -9);
 }

@@ -11,18 +11,13 @@
 namespace pixtest {
 
 /// Every sample of a frame in memory order, whatever its sample width.
-inline std::vector<uint32_t> Samples(const SZxPicBuf& pb)
-{
-    std::vector<uint32_t> v(size_t(pb.uiWidth) * pb.uiHeight * pb.uiComp);
-    for (size_t i = 0; i < v.size(); ++i) v[i] = zxtest::SampleAt(pb, i);
-    return v;
-}
-
 inline std::vector<uint32_t> Samples(const CZxGrabberSample01& s)
 {
     SZxPicBuf pb;
     s.GetPicBuf(&pb);
-    return Samples(pb);
+    std::vector<uint32_t> v(size_t(pb.uiWidth) * pb.uiHeight * pb.uiComp);
+    for (size_t i = 0; i < v.size(); ++i) v[i] = zxtest::SampleAt(pb, i);
+    return v;
 }
 
 /// Expects the capture to hold exactly these conditions, all from `source`; a condition
