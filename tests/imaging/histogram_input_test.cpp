@@ -51,8 +51,8 @@ TEST(HistogramInput, OversizedBitDepthAllocatesNothingAndOwnershipMoves)
         EXPECT_EQ(diag.Size(), 1u);
     }
     {
-        // The destination frees what it held and the source lets go: a leak or a
-        // double free shows in the count below.
+        // The destination frees what it held and the source lets go: a leak shows in
+        // the count below, a double free there or as an abort.
         SZxAEHistogram a(10, true, true);
         a.pdwClipLimits = static_cast<uint32_t*>(CZxAlloc::Alloc(12));
         uint32_t* buffer = a.pdwHisto[2];

@@ -10,15 +10,13 @@ using pixtest::Samples;
 namespace {
 
 // The level mapping written out on its own: x = (i + M*offset)*gain/M, clipped at 0,
-// entry = trunc(x^gamma*M + 0.5) limited to [0, M]. `unrounded` gives x^gamma*M in [0, M].
-double Level(int i, int bits, double gain, double offset, double gamma, bool unrounded = false)
+// gives x^gamma*M limited to [0, M]; a table entry is that plus 0.5, truncated.
+double Level(int i, int bits, double gain, double offset, double gamma)
 {
     const double M = (1 << bits) - 1;
     double x = (i + M * offset) * gain / M;
     if (x < 0) x = 0;
-    const double y = std::pow(x, gamma) * M;
-    if (unrounded) return std::min(std::max(y, 0.0), M);
-    return std::min(M, std::max(0.0, std::trunc(y + 0.5)));
+    return std::min(std::max(std::pow(x, gamma) * M, 0.0), M);
 }
 
 // `update(d, bits)` builds a table from properties moved by d. A marker poked into the
@@ -113,7 +111,7 @@ TEST(Lut, ApplyMatchesPerSampleReferenceOnEveryKernelLevel)
             // full depth, so some lie above a smaller table and must take its last entry.
             auto frame = zxtest::RandomFrame(c.w, c.h, c.bits, 1, seed++);
             std::vector<uint32_t> want = Samples(*frame);
-            for (uint32_t& v : want) v = uint32_t(Level(int(std::min(v, last)), bits, p.dGain, p.dOffset, p.dGamma));
+            for (uint32_t& v : want) v = uint32_t(Level(int(std::min(v, last)), bits, p.dGain, p.dOffset, p.dGamma) + 0.5);
             CZxBaseMonoLUT mono(c.maxBits);
             mono.UpdateLUT(SZxBasePropsI{p.dGain, p.dOffset, p.dGamma}, bits);
             mono.ApplyLUT(frame.get());
@@ -133,7 +131,7 @@ TEST(Lut, ApplyMatchesPerSampleReferenceOnEveryKernelLevel)
                 for (size_t px = 0; px < want.size(); px += 3) {
                     int own[3], share[3];
                     for (int k = 0; k < 3; ++k) {
-                        const double L = Level(int(std::min(want[px + k], last)), bits, gain[k], off[k], gam[k], true);
+                        const double L = Level(int(std::min(want[px + k], last)), bits, gain[k], off[k], gam[k]);
                         own[k] = int(L * (wt[k] + (1 - wt[k]) * lum[k]) + 0.5);
                         share[k] = int(L * ((1 - wt[k]) * lum[k]) + 0.5);
                     }
