@@ -17,8 +17,7 @@ TEST(ExposureText, RoundTripsOverUnits)
         EXPECT_TRUE(ok);
         EXPECT_STREQ(ZX_ExposureToText(back, -1.0), text);
     }
-    EXPECT_STREQ(ZX_ExposureToText(33.3, 33.3), L"1 frame");
-    EXPECT_STREQ(ZX_ExposureToText(33.3, -1.0), L"33.3 ms");
+    EXPECT_STREQ(ZX_ExposureToText(33.3, 33.3), L"1 frame");   // without a frame time, the rows above
 }
 
 TEST(ExposureText, ParsesUnitsAndFramesClampsAndGivesTheMinimumForNoTime)
