@@ -116,7 +116,8 @@ TEST(Histogram, MatchesPerPixelReferenceOnRandomFrames)
             // Limits below the top bin, so that they bite wherever they apply.
             const uint32_t bins = 1u << std::min<int>(c.bits, c.maxBits), clip[3] = {bins / 2, bins / 4, 10};
             for (const uint32_t* limits : {static_cast<const uint32_t*>(nullptr), clip}) {
-                SCOPED_TRACE(limits ? "clipped" : "unclipped");
+                SCOPED_TRACE(::testing::Message() << c.w << "x" << c.h << "x" << c.comp << " bits " << c.bits << "/"
+                                                  << c.fill << " into " << c.maxBits << (limits ? " clipped" : ""));
                 SZxAEHistogram h(c.maxBits, c.comp == 1, c.comp == 3);
                 if (limits) {
                     h.pdwClipLimits = static_cast<uint32_t*>(CZxAlloc::Alloc(3 * sizeof(uint32_t)));
