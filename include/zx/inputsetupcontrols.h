@@ -146,7 +146,12 @@ public:
     /// Registers `control` (once) under `count` window handles; a handle already
     /// registered moves to this control. -9 for a null control or handles, or count < 1.
     int32_t Add(CZxISControl* control, ZxHWnd* handles, int32_t count);
-    /// Forgets the control and its handles (it stays attached). 0.
+    /// Offers `control` (registered) its own private message (WM_USER or above)
+    /// whenever the message's lParam is its control id; for controls that post
+    /// themselves requests through the dialog. -9 for a null or unregistered
+    /// control or a system message number.
+    int32_t AddPrivateMessage(CZxISControl* control, uint32_t message);
+    /// Forgets the control, its handles and its private messages (it stays attached). 0.
     int32_t Remove(CZxISControl* control);
     /// Removes every control of the group, in order; stores the removed pointers in
     /// `removed` (room for GetCount() entries) and their number in *count, each
@@ -156,9 +161,11 @@ public:
     /// The control registered under `handle` when it is in the group, else null.
     CZxISControl* _FindControl(ZxHWnd handle, uint32_t mask);
     /// Routes WM_COMMAND, WM_HSCROLL, WM_VSCROLL and WM_CTLCOLORSTATIC by the
-    /// sending window (lParam) to a control of the group and returns what its
-    /// DlgProcHook returns, storing the control in *found. Anything else, or an
-    /// unknown sender: false, *found untouched.
+    /// sending window (lParam), and a private message registered with
+    /// AddPrivateMessage by the control id in lParam, to a control of the group
+    /// and returns what its DlgProcHook returns, storing the control in *found.
+    /// Anything else, or an unknown sender: false, *found untouched. Hosts may
+    /// hand it every message of the dialog.
     bool DlgProcHookMany(ZxHWnd dialog, uint32_t message, ZxWParam wParam, ZxLParam lParam, ZxLResult* result,
                          CZxISControl** found, uint32_t mask);
 
@@ -196,3 +203,6 @@ private:
     Controls* m_pControls; ///< registration order
     Index* m_pIndex;       ///< window handle -> position in m_pControls
 };
+
+// Control families.
+#include "zx/iscontrols_command.h"

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <vector>
@@ -10,6 +11,7 @@ const uint32_t kWmCommand = 0x0111;
 const uint32_t kWmHScroll = 0x0114;
 const uint32_t kWmVScroll = 0x0115;
 const uint32_t kWmCtlColorStatic = 0x0138;
+const uint32_t kWmUser = 0x0400;
 
 bool InGroup(const CZxISControl* c, uint32_t mask) { return (c->GetGroupMask() & mask) != 0; }
 uint64_t HandleKey(ZxHWnd h) { return static_cast<uint64_t>(reinterpret_cast<uintptr_t>(h)); }
@@ -21,6 +23,8 @@ struct CZxISControlList::Controls {
 // Every dialog message of the routed kinds looks its sender up here.
 struct CZxISControlList::Index {
     std::map<uint64_t, size_t> positions;
+    /// Private messages offered to a control by its control id (lParam).
+    std::vector<std::pair<uint32_t, CZxISControl*>> privateMessages;
 };
 
 CZxISControlList::CZxISControlList() : m_pControls(new Controls), m_pIndex(new Index) {}
@@ -49,8 +53,25 @@ int32_t CZxISControlList::Add(CZxISControl* control, ZxHWnd* handles, int32_t co
     return ZX_OK;
 }
 
+int32_t CZxISControlList::AddPrivateMessage(CZxISControl* control, uint32_t message)
+{
+    const std::vector<CZxISControl*>& items = m_pControls->items;
+    if (!control || message < kWmUser || std::find(items.begin(), items.end(), control) == items.end())
+        return ZX_E_FAIL;
+    auto& privates = m_pIndex->privateMessages;
+    const std::pair<uint32_t, CZxISControl*> entry(message, control);
+    if (std::find(privates.begin(), privates.end(), entry) == privates.end())
+        privates.push_back(entry);
+    return ZX_OK;
+}
+
 void CZxISControlList::RemoveAt(size_t position)
 {
+    CZxISControl* control = m_pControls->items[position];
+    auto& privates = m_pIndex->privateMessages;
+    privates.erase(std::remove_if(privates.begin(), privates.end(),
+                                  [control](const std::pair<uint32_t, CZxISControl*>& e) { return e.second == control; }),
+                   privates.end());
     m_pControls->items.erase(m_pControls->items.begin() + static_cast<std::ptrdiff_t>(position));
     std::map<uint64_t, size_t>& positions = m_pIndex->positions;
     for (auto it = positions.begin(); it != positions.end();) {
@@ -98,6 +119,7 @@ int32_t CZxISControlList::Clear()
 {
     m_pControls->items.clear();
     m_pIndex->positions.clear();
+    m_pIndex->privateMessages.clear();
     return ZX_OK;
 }
 
@@ -113,10 +135,20 @@ CZxISControl* CZxISControlList::_FindControl(ZxHWnd handle, uint32_t mask)
 bool CZxISControlList::DlgProcHookMany(ZxHWnd dialog, uint32_t message, ZxWParam wParam, ZxLParam lParam,
                                        ZxLResult* result, CZxISControl** found, uint32_t mask)
 {
-    // WM_SYSCOMMAND and WM_TIMER lie between these numbers and stay with the dialog.
-    if (message != kWmCommand && message != kWmHScroll && message != kWmVScroll && message != kWmCtlColorStatic)
-        return false;
-    CZxISControl* c = _FindControl(reinterpret_cast<ZxHWnd>(lParam), mask);
+    CZxISControl* c = nullptr;
+    if (message >= kWmUser) {
+        // A control's own private message names the control by its id.
+        for (const auto& e : m_pIndex->privateMessages)
+            if (e.first == message && e.second->GetControlId() == static_cast<int32_t>(lParam) &&
+                InGroup(e.second, mask)) {
+                c = e.second;
+                break;
+            }
+    } else if (message == kWmCommand || message == kWmHScroll || message == kWmVScroll ||
+               message == kWmCtlColorStatic) {
+        // WM_SYSCOMMAND and WM_TIMER lie between these numbers and stay with the dialog.
+        c = _FindControl(reinterpret_cast<ZxHWnd>(lParam), mask);
+    }
     if (!c)
         return false;
     if (found)

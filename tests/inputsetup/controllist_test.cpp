@@ -12,8 +12,8 @@ namespace {
 class RecordingControl : public CZxISControl {
 public:
     RecordingControl(std::vector<std::string>& log, const char* tag, uint32_t groupMask,
-                     EBoundTo boundTo = btProperty, const wchar_t* name = L"Gain")
-        : CZxISControl(ctValueEditor, boundTo, name, 1, 0, groupMask), m_log(log), m_tag(tag)
+                     EBoundTo boundTo = btProperty, const wchar_t* name = L"Gain", int32_t id = 0)
+        : CZxISControl(ctValueEditor, boundTo, name, 1, id, groupMask), m_log(log), m_tag(tag)
     {
     }
     int32_t Reinit() override { return Note("Reinit"); }
@@ -247,4 +247,40 @@ TEST(ControlList, TimerRefreshesOnlyPropertiesThatChangeByThemselves)
         c->Attach(nullptr, &cam, nullptr);
     EXPECT_EQ(list.UpdateChangingPropsOnTimer(), 0);
     EXPECT_EQ(log, (Log{"exp:UpdateFromGeneric", "sensor:UpdateFromGeneric"}));
+}
+
+TEST(ControlListRouting, APrivateMessageReachesTheRegisteredControlItNamesById)
+{
+    const uint32_t kPrivate = 0x400 + 400, kTimer = 0x113;
+    Log log;
+    CZxISControlList list;
+    RecordingControl a(log, "a", 1, C::btProperty, L"Gain", 7), b(log, "b", 2, C::btProperty, L"Gain", 8),
+        stranger(log, "s", 1, C::btProperty, L"Gain", 9);
+    Register(list, {&a, &b});
+    EXPECT_EQ(list.AddPrivateMessage(&a, kPrivate), 0);
+    EXPECT_EQ(list.AddPrivateMessage(&b, kPrivate), 0);
+    EXPECT_EQ(list.AddPrivateMessage(&stranger, kPrivate), -9) << "not registered";
+    EXPECT_EQ(list.AddPrivateMessage(nullptr, kPrivate), -9);
+    EXPECT_EQ(list.AddPrivateMessage(&a, kTimer), -9) << "a system message";
+
+    const struct {
+        uint32_t message;
+        ZxLParam id;
+        uint32_t mask;
+        CZxISControl* routed;
+    } cases[] = {{kPrivate, 8, ~0u, &b}, {kPrivate, 7, 2, nullptr}, {kPrivate, 9, ~0u, nullptr},
+                 {kPrivate + 1, 7, ~0u, nullptr}, {kTimer, 7, ~0u, nullptr}};
+    for (const auto& k : cases) {
+        CZxISControl* found = nullptr;
+        ZxLResult result = 0;
+        EXPECT_EQ(list.DlgProcHookMany(nullptr, k.message, 13, k.id, &result, &found, k.mask), k.routed != nullptr)
+            << k.message << " " << k.id;
+        EXPECT_EQ(found, k.routed);
+    }
+    EXPECT_EQ(log, (Log{"b:Hook"}));
+    list.Remove(&a);
+    EXPECT_TRUE(list.DlgProcHookMany(nullptr, kPrivate, 27, 8, nullptr, nullptr, ~0u)) << "b moved up, still found";
+    EXPECT_FALSE(list.DlgProcHookMany(nullptr, kPrivate, 27, 7, nullptr, nullptr, ~0u)) << "a's entry went with it";
+    list.Clear();
+    EXPECT_FALSE(list.DlgProcHookMany(nullptr, kPrivate, 27, 8, nullptr, nullptr, ~0u));
 }

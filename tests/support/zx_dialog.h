@@ -1,7 +1,7 @@
 // Dialog harness for the Windows UI tests: a dialog template of the test
 // executable created modeless over a simulated camera, whose dialog procedure
-// records every private notification (WM_IS_*) and routes control messages
-// through a control list as the setup hosts do; plus helpers that send what
+// records every private notification (WM_IS_*) and hands every other message
+// to a control list as the setup hosts do; plus helpers that send what
 // Windows sends for user input.
 #pragma once
 #include <windows.h>
@@ -40,7 +40,7 @@ public:
     ZxHWnd ZxHwnd() const { return reinterpret_cast<ZxHWnd>(m_hDlg); }
     HWND Item(int id) const { return GetDlgItem(m_hDlg, id); }
     CZxSimCamera& Camera() { return m_camera; }
-    /// The list the dialog routes WM_COMMAND, scroll and static-colour messages through.
+    /// The list the dialog hands its messages to (WM_IS_* aside).
     CZxISControlList& List() { return m_list; }
     /// Attaches `control` to this dialog, the camera and the list.
     int Attach(CZxISControl& control) { return control.Attach(ZxHwnd(), &m_camera, &m_list); }

@@ -41,8 +41,7 @@ INT_PTR CALLBACK TestDialog::Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPa
         self->m_notes.push_back(n);
         return TRUE;
     }
-    if (msg != WM_COMMAND && msg != WM_HSCROLL && msg != WM_VSCROLL && msg != WM_CTLCOLORSTATIC)
-        return FALSE;
+    // Every other message goes to the list, which picks what it routes.
     LRESULT result = 0;
     self->m_lastHandled = self->m_list.DlgProcHookMany(self->ZxHwnd(), msg, wParam, lParam, &result, nullptr, ~0u);
     if (!self->m_lastHandled)

