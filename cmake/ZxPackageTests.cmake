@@ -1,0 +1,34 @@
+# Tests of what the package delivers: a driver built against the installed
+# package, and (Windows) that the DLLs export every name their headers declare.
+set(zx_consumer_args
+  -DBUILD_DIR=${PROJECT_BINARY_DIR} -DSOURCE_DIR=${PROJECT_SOURCE_DIR}
+  -DEXAMPLE_DIR=${PROJECT_SOURCE_DIR}/examples/minimal-driver
+  -DGENERATOR=${CMAKE_GENERATOR} -DMAKE_PROGRAM=${CMAKE_MAKE_PROGRAM} -DBUILD_TYPE=${CMAKE_BUILD_TYPE}
+  -DEXE_SUFFIX=${CMAKE_EXECUTABLE_SUFFIX} -DCXX_COMPILER=${CMAKE_CXX_COMPILER} -DWIN32=${WIN32}
+  -DTOOLCHAIN=${CMAKE_TOOLCHAIN_FILE} -DEMULATOR=${CMAKE_CROSSCOMPILING_EMULATOR})
+if(ZX_SANITIZE)
+  list(APPEND zx_consumer_args "-DSANITIZE_FLAGS=-fsanitize=address,undefined")
+endif()
+add_test(NAME package_consumer COMMAND ${CMAKE_COMMAND} ${zx_consumer_args} -P ${CMAKE_CURRENT_LIST_DIR}/ZxConsumerTest.cmake)
+set_tests_properties(package_consumer PROPERTIES TIMEOUT 600)
+
+if(WIN32)
+  find_package(Python3 REQUIRED COMPONENTS Interpreter)
+  string(REGEX REPLACE "objdump$" "c++filt" zx_cxxfilt "${CMAKE_OBJDUMP}")
+  set(zx_check_exports ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/tools/package/check_exports.py
+    --cxx ${CMAKE_CXX_COMPILER} --objdump ${CMAKE_OBJDUMP} --cxxfilt ${zx_cxxfilt}
+    -I ${PROJECT_SOURCE_DIR}/include -I ${PROJECT_SOURCE_DIR}/platform/include)
+  add_test(NAME package_exports_zxgrabbersupport COMMAND ${zx_check_exports}
+    --library $<TARGET_FILE:zxgrabbersupport> --macro ZX_API
+    --macro-header ${PROJECT_SOURCE_DIR}/include/zx/export.h --headers ${PROJECT_SOURCE_DIR}/include/zx)
+  add_test(NAME package_exports_zxhost COMMAND ${zx_check_exports}
+    --library $<TARGET_FILE:zxhost> --macro ZX_HOST_API
+    --macro-header ${PROJECT_SOURCE_DIR}/platform/include/zxhost/export.h
+    --headers ${PROJECT_SOURCE_DIR}/platform/include/zxhost)
+  # The check itself: a header declaring names the DLL lacks must be reported, name by name.
+  add_test(NAME package_exports_probe COMMAND ${zx_check_exports}
+    --library $<TARGET_FILE:zxgrabbersupport> --macro ZX_API
+    --macro-header ${PROJECT_SOURCE_DIR}/include/zx/export.h --headers ${PROJECT_SOURCE_DIR}/tools/package/probe)
+  set_tests_properties(package_exports_probe PROPERTIES
+    PASS_REGULAR_EXPRESSION "4 names declared exported.*not exported: exports_probe.h: CZxExportProbe::CZxExportProbe\\(\\)\nnot exported: exports_probe.h: CZxExportProbe::Missing\\(\\?, \\?\\)\nnot exported: exports_probe.h: ZX_ComputeHistogramAE\\(SZxAEHistogram, CZxHistoDraw, SZxGrabberProbe\\)\n$")
+endif()
