@@ -15,6 +15,7 @@
 /// buffers, a zero factor or a destination data size below its frame are
 /// reported and write nothing.
 ZX_API void ZX_MonoBinning(SZxPicBuf* pPicBuf, const void* pSrc, uint32_t factor);
+/// Same, into the frame a sample holds.
 ZX_API void ZX_MonoBinning(CZxGrabberSample01* pSample, const void* pSrc, uint32_t factor);
 
 /// Turns a raw Bayer frame into a colour frame: factor 1 demosaics
@@ -23,4 +24,5 @@ ZX_API void ZX_MonoBinning(CZxGrabberSample01* pSample, const void* pSrc, uint32
 /// ("true") and write nothing; so does a destination without three components
 /// ("pPicBuf->uiComp!=3").
 ZX_API void ZX_BayerBinning(SZxPicBuf* pPicBuf, const void* pSrc, EZxBayerType type, uint32_t factor);
+/// Same, into the frame a sample holds.
 ZX_API void ZX_BayerBinning(CZxGrabberSample01* pSample, const void* pSrc, EZxBayerType type, uint32_t factor);

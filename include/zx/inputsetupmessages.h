@@ -6,8 +6,8 @@
 /// Message parameters as the dialog procedure receives them; on Windows these are
 /// exactly WPARAM, LPARAM and LRESULT.
 typedef uintptr_t ZxWParam;
-typedef intptr_t ZxLParam;
-typedef intptr_t ZxLResult;
+typedef intptr_t ZxLParam;   ///< LPARAM
+typedef intptr_t ZxLResult;  ///< LRESULT
 
 /// First private message number of the dialog (WM_USER); portable headers cannot
 /// take it from the system headers.
