@@ -1,4 +1,4 @@
-// Records private to the simulated camera's two source files.
+// Records and helpers shared by the simulated camera's source files.
 #pragma once
 #include <algorithm>
 #include <map>
@@ -17,6 +17,15 @@ inline CZxRect IntersectRect(const CZxRect& a, const CZxRect& b)
               std::min(a.bottom, b.bottom));
     return r.IsEmpty() ? CZxRect() : r;
 }
+
+namespace simcam {
+/// A value as the call log shows it: numbers, "texts", [count], {member=value}.
+std::wstring VariantText(const CZxVariant& v);
+/// A number as the call log shows it.
+std::wstring Num(long long n);
+} // namespace simcam
+using simcam::Num;
+using simcam::VariantText;
 
 /// One row of the property table.
 struct CZxSimCamera::SProperty {

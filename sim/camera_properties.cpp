@@ -1,10 +1,11 @@
-// The simulated camera's model: its property table, formats and commands, and
-// how values are checked and derived.
+// The simulated camera's property table: how it is built, how values are
+// checked, derived and stored, and the property operations of the provider.
 #include <cmath>
 #include <cwchar>
 #include <cwctype>
 
 #include "camera_internal.h"
+#include "zx/status.h"
 #include "zxhost/exposure.h"
 
 namespace {
@@ -102,18 +103,6 @@ bool IsRangeDouble(const CZxVariantRunType& t)
 
 } // namespace
 
-SZxGrabberCameraDesc CZxSimCamera::DefaultCamera()
-{
-    SZxGrabberCameraDesc c;
-    ZX_CopyBoundedW(c.m_wszName, 64, L"SIM-M2048-0001");
-    ZX_CopyBoundedW(c.m_wszDisplayName, 64, L"Sim M2048");
-    ZX_CopyBoundedW(c.m_wszDisplayNameFull, 128, L"Sim M2048 (SN 0001)");
-    ZX_CopyBoundedW(c.m_wszFamily, 64, L"FamilySim");
-    c.m_bMono = true;
-    c.m_bConnected = true;
-    return c;
-}
-
 void CZxSimCamera::BuildProperties()
 {
     auto add = [this](const wchar_t* name, const wchar_t* label, const CZxVariant& def, const CZxVariant& fast,
@@ -183,41 +172,6 @@ void CZxSimCamera::BuildProperties()
         1.0);
     add(L"QuantilPixels", L"Overillumination Tolerance (pixels)", RangeInt(0, 1000000, 1), 100, 100);
     add(L"QuantilRelative", L"Relative Tolerance", CZxVariant(false), true, true);
-}
-
-void CZxSimCamera::BuildFormats()
-{
-    const uint32_t comp = m_camera.m_bMono ? 1u : 3u;
-    auto add = [&](const wchar_t* name, uint32_t flags, double binning, int32_t group, CZxRect rect) {
-        SZxGrabberFormatValue f;
-        f.m_wstrName = name;
-        f.m_uiFlags = flags;
-        f.m_dBinning = binning;
-        f.m_iGroup = group;
-        f.m_rcRect = rect;
-        f.m_uiBits = 12;
-        f.m_uiComp = comp;
-        m_formats.push_back(f);
-    };
-    m_formats.clear();
-    add(L"2048 x 1536", ZX_FORMAT_FAST | ZX_FORMAT_QUALITY | ZX_FORMAT_DEFAULT_QUALITY, 1, 0,
-        CZxRect(0, 0, 2048, 1536));
-    add(L"1024 x 768 (Binning 2x2)", ZX_FORMAT_FAST | ZX_FORMAT_QUALITY | ZX_FORMAT_DEFAULT_FAST, 2, 0,
-        CZxRect(0, 0, 1024, 768));
-    add(L"512 x 384 (Binning 4x4)", ZX_FORMAT_FAST, 4, 0, CZxRect(0, 0, 512, 384));
-    add(L"1024 x 768 (Center)", ZX_FORMAT_FAST, 1, 1, CZxRect(512, 384, 1536, 1152));
-    add(L"2048 x 1536 (Extended Dynamic)", ZX_FORMAT_QUALITY, 1, 2, CZxRect(0, 0, 2048, 1536));
-    m_formats.back().m_uiBits = 16;
-}
-
-void CZxSimCamera::BuildCommands()
-{
-    m_commands = {
-        {L"Snap", L"Snap", false},
-        {L"Calibrate", L"Dark Calibration", true},
-        {L"ApplyExposurePreset", L"Exposure Preset", false},
-        {L"RestoreFactory", L"Factory Settings", false},
-    };
 }
 
 const CZxSimCamera::SProperty* CZxSimCamera::FindProperty(const wchar_t* name) const
@@ -367,40 +321,114 @@ void CZxSimCamera::Store(const SProperty& p, int set, const CZxVariant& v)
     m_values[set][p.desc.m_wstrName.Std()] = v;
 }
 
-const SZxGrabberFormatValue* CZxSimCamera::FindFormat(const wchar_t* name) const
+// ---- Provider operations ----------------------------------------------------------
+
+int CZxSimCamera::PropGetDesc_WRP(uint32_t mode, const wchar_t* name, SZxGrabberPropertyDesc01& desc)
 {
-    if (!name)
-        return nullptr;
-    for (const auto& f : m_formats)
-        if (f.m_wstrName.Compare(name) == 0)
-            return &f;
-    return nullptr;
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    Log(L"PropGetDesc_WRP(" + Num(mode) + L", " + (name ? name : L"null") + L")");
+    int status = 0;
+    if (Failing(L"PropGetDesc_WRP", status))
+        return status;
+    const SProperty* p = FindProperty(name);
+    if (!p)
+        return ZX_E_FAIL;
+    desc = p->desc;
+    desc.varValDefinition = Definition(*p, SetIndex(mode));
+    return ZX_OK;
 }
 
-const SZxGrabberFormatValue& CZxSimCamera::DefaultFormat(int set) const
+int CZxSimCamera::PropGetSingle_WRP(uint32_t mode, SZxGrabberPropertyValue& value)
 {
-    const uint32_t flag = set == 1 ? ZX_FORMAT_DEFAULT_QUALITY : ZX_FORMAT_DEFAULT_FAST;
-    for (const auto& f : m_formats)
-        if (f.m_uiFlags & flag)
-            return f;
-    return m_formats.front();
-}
-
-// "Center Half" reads the middle half of the sensor in each direction: every
-// format keeps its name but covers the central quarter of its area.
-SZxGrabberFormatValue CZxSimCamera::Effective(const SZxGrabberFormatValue& base, int32_t sensorMode) const
-{
-    SZxGrabberFormatValue f = base;
-    if (sensorMode == 1) {
-        const CZxRect& r = base.m_rcRect;
-        const int32_t w = r.Width() / 2, h = r.Height() / 2;
-        f.m_rcRect = CZxRect(r.left + w / 2, r.top + h / 2, r.left + w / 2 + w, r.top + h / 2 + h);
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    Log(L"PropGetSingle_WRP(" + Num(mode) + L", " + value.m_wstrName.Std() + L")");
+    int status = 0;
+    if (Failing(L"PropGetSingle_WRP", status))
+        return status;
+    const SProperty* p = FindProperty(value.m_wstrName);
+    if (!p)
+        return ZX_E_FAIL;
+    const int set = SetIndex(mode);
+    if (p->desc.m_wstrName.Std() == L"SensorTemperature") {
+        // The sensor settles a quarter of the way to its target on every reading.
+        const double target = NumberOf(L"Cooling", set) != 0 ? NumberOf(L"Temperature", set) : 25.0;
+        m_dSensorTemperature += (target - m_dSensorTemperature) * 0.25;
     }
-    return f;
+    value.m_varValue = Value(*p, set);
+    return ZX_OK;
 }
 
-SZxGrabberFormatValue CZxSimCamera::CurrentFormat(int set) const
+int CZxSimCamera::PropGetDefaultSingle_WRP(uint32_t mode, SZxGrabberPropertyValue& value)
 {
-    const SZxGrabberFormatValue* f = FindFormat(m_format[set].c_str());
-    return Effective(f ? *f : DefaultFormat(set), static_cast<int32_t>(NumberOf(L"SensorMode", set)));
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    Log(L"PropGetDefaultSingle_WRP(" + Num(mode) + L", " + value.m_wstrName.Std() + L")");
+    int status = 0;
+    if (Failing(L"PropGetDefaultSingle_WRP", status))
+        return status;
+    const SProperty* p = FindProperty(value.m_wstrName);
+    if (!p || !p->bSetting)
+        return ZX_E_FAIL;
+    value.m_varValue = SetIndex(mode) == 1 ? p->defQuality : p->defFast;
+    return ZX_OK;
+}
+
+int CZxSimCamera::PropState_WRP(uint32_t mode, const SZxGrabberPropertyDesc01& desc, uint32_t& state)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    Log(L"PropState_WRP(" + Num(mode) + L", " + desc.m_wstrName.Std() + L")");
+    int status = 0;
+    if (Failing(L"PropState_WRP", status))
+        return status;
+    const SProperty* p = FindProperty(desc.m_wstrName);
+    if (!p)
+        return ZX_E_FAIL;
+    state = State(*p, SetIndex(mode));
+    return ZX_OK;
+}
+
+int CZxSimCamera::PropSet_WRP(uint32_t mode, const CZxVector_SZxGrabberPropertyValue& values,
+                              SZxStateChangeInfo* info, bool bCheckOnly)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    std::wstring line = L"PropSet_WRP(" + Num(mode);
+    for (const auto& v : values)
+        line += L", " + v.m_wstrName.Std() + L"=" + VariantText(v.m_varValue);
+    Log(line + (bCheckOnly ? L", check only)" : L")"));
+    int status = 0;
+    if (Failing(L"PropSet_WRP", status))
+        return status;
+
+    const int set = SetIndex(mode);
+    // Check everything first: a write is taken whole or not at all. Values of
+    // properties that are read-only or unavailable now are skipped, as a bulk
+    // write of a whole dialog carries them too.
+    std::vector<std::pair<const SProperty*, CZxVariant>> taken;
+    for (const auto& v : values) {
+        const SProperty* p = FindProperty(v.m_wstrName);
+        CZxVariant coerced;
+        if (!p || !Coerce(*p, set, v.m_varValue, coerced)) {
+            Log(L"  -> refused " + v.m_wstrName.Std());
+            return ZX_E_FAIL;
+        }
+        const uint32_t state = State(*p, set);
+        if (!p->bSetting || !(state & ZX_PROPSTATE_AVAILABLE) || (state & ZX_PROPSTATE_READONLY)) {
+            Log(L"  -> skipped " + v.m_wstrName.Std());
+            continue;
+        }
+        taken.emplace_back(p, coerced);
+    }
+    if (bCheckOnly)
+        return ZX_OK;
+
+    const SSnapshot before = Snapshot();
+    for (const auto& t : taken)
+        for (int s = 0; s < kSets; ++s)
+            if (s == set || m_bSynchronized)
+                Store(*t.first, s, t.second);
+    if (info) {
+        Diff(before, *info);
+        for (const auto& t : taken)
+            info->Add(t.first->desc.m_wstrName, false, false, true);
+    }
+    return ZX_OK;
 }

@@ -1,0 +1,145 @@
+// The simulated camera's commands, their status and abort, and the general callback.
+#include <algorithm>
+
+#include "camera_internal.h"
+#include "zx/status.h"
+
+namespace {
+
+// The presets of the "ApplyExposurePreset" command, in milliseconds.
+const double kPresets[] = {0.1, 1.0, 10.0, 100.0, 1000.0};
+
+} // namespace
+
+void CZxSimCamera::BuildCommands()
+{
+    m_commands = {
+        {L"Snap", L"Snap", false},
+        {L"Calibrate", L"Dark Calibration", true},
+        {L"ApplyExposurePreset", L"Exposure Preset", false},
+        {L"RestoreFactory", L"Factory Settings", false},
+    };
+}
+
+// ---- Provider operations ----------------------------------------------------------
+
+int CZxSimCamera::CommandGetDesc_WRP(const wchar_t* name, SZxGrabberCommandDesc01& desc)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    Log(std::wstring(L"CommandGetDesc_WRP(") + (name ? name : L"null") + L")");
+    int status = 0;
+    if (Failing(L"CommandGetDesc_WRP", status))
+        return status;
+    for (const auto& c : m_commands)
+        if (name && c.name == name) {
+            desc = SZxGrabberCommandDesc01(c.name.c_str(), c.text.c_str(), true, true,
+                                           c.bAsync ? ZX_COMMAND_ASYNC : 0u);
+            return ZX_OK;
+        }
+    return ZX_E_FAIL;
+}
+
+int CZxSimCamera::Command_WRP(SZxGrabberCommandValue& value, bool bAsync, SZxStateChangeInfo* info,
+                              bool bCheckOnly, CZxGrabberSample01** ppSample)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    Log(L"Command_WRP(" + value.m_wstrName.Std() + L", " + VariantText(value.m_varValue) +
+        (bAsync ? L", async" : L"") + (bCheckOnly ? L", check only" : L"") + L")");
+    if (ppSample)
+        *ppSample = nullptr;
+    int status = 0;
+    if (Failing(L"Command_WRP", status))
+        return status;
+    const std::wstring& name = value.m_wstrName.Std();
+    const auto cmd = std::find_if(m_commands.begin(), m_commands.end(),
+                                  [&](const SCommand& c) { return c.name == name; });
+    if (cmd == m_commands.end())
+        return ZX_E_FAIL;
+    const int preset = value.m_varValue.GetZx_int32();
+    if (name == L"ApplyExposurePreset" && (preset < 0 || preset >= int(sizeof kPresets / sizeof kPresets[0])))
+        return ZX_E_FAIL;
+    if (cmd->bAsync && !m_running.empty())
+        return ZX_E_BUSY;
+    if (bCheckOnly)
+        return ZX_OK;
+
+    const SSnapshot before = Snapshot();
+    if (name == L"Snap") {
+        if (ppSample)
+            *ppSample = Snap();
+    } else if (name == L"Calibrate") {
+        m_dProgress = 0.0;
+        if (bAsync) {
+            m_running = name;
+            m_status = L"Calibrating";
+        } else {
+            m_status = L"Done";
+        }
+    } else if (name == L"ApplyExposurePreset") {
+        const SProperty* p = FindProperty(L"Exposure");
+        for (int s = 0; s < kSets; ++s)
+            if (s == SetIndex(0) || m_bSynchronized)
+                Store(*p, s, kPresets[preset]);
+    } else if (name == L"RestoreFactory") {
+        ResetToDefaults();
+    }
+    if (info)
+        Diff(before, *info);
+    return ZX_OK;
+}
+
+int CZxSimCamera::Command_Status_WRP(const wchar_t* name, double& progress, CZxStringW& text)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    Log(std::wstring(L"Command_Status_WRP(") + (name ? name : L"null") + L")");
+    int status = 0;
+    if (Failing(L"Command_Status_WRP", status))
+        return status;
+    if (!name || std::none_of(m_commands.begin(), m_commands.end(),
+                              [&](const SCommand& c) { return c.name == name; }))
+        return ZX_E_FAIL;
+    if (m_running == name) {
+        // The work advances by a quarter with every poll; the poll after the
+        // one that reported 1.0 finds it ended.
+        if (m_dProgress >= 1.0) {
+            m_running.clear();
+            m_status = L"Done";
+        } else {
+            m_dProgress += 0.25;
+            progress = m_dProgress;
+            text = CZxStringW::Formatted(L"%s %d%%", m_status.c_str(), int(m_dProgress * 100 + 0.5));
+            return ZX_OK;
+        }
+    }
+    progress = -1.0;
+    text = m_status.c_str();
+    return ZX_OK;
+}
+
+int CZxSimCamera::Command_Abort_WRP()
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    Log(L"Command_Abort_WRP()");
+    int status = 0;
+    if (Failing(L"Command_Abort_WRP", status))
+        return status;
+    if (!m_running.empty()) {
+        m_running.clear();
+        m_status = L"Aborted";
+    }
+    return ZX_OK;
+}
+
+void CZxSimCamera::SetGeneralCallback(PFN_ZxGeneralCallback callback, void* context)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    m_pfnCallback = callback;
+    m_pCallbackContext = context;
+}
+
+int CZxSimCamera::FireGeneralCallback(int code, void* data)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    Log(L"FireGeneralCallback(" + Num(code) + L")");
+    return m_pfnCallback ? m_pfnCallback(m_pCallbackContext, code, data) : 0;
+}
