@@ -79,10 +79,13 @@ def split_params(toks, open_at, close):
 
 
 def param_key(param, aliases):
-    """The library type a parameter names (its own naming: C/S/E/I/R + Zx), or '?' when it
-    names none or only an alias, which demangled names spell differently."""
-    for t in param:
-        if TYPE_NAME.match(t) and t not in aliases:
+    """The library type a parameter names (its own naming: C/S/E/I/R + Zx; the last part of a
+    qualified name), or '?' when it names none, only an alias or a function type, which
+    demangled names spell differently."""
+    if '(' in param:
+        return '?'
+    for i, t in enumerate(param):
+        if TYPE_NAME.match(t) and t not in aliases and param[i + 1:i + 2] != ['::']:
             return t
     return '?'
 
