@@ -1,0 +1,16 @@
+// The GUI library's window alignment. Windows only.
+#pragma once
+#include <windows.h>
+
+#include "zxhost/export.h"
+
+/// Alignment codes: horizontal part (code & 3) 0 left, 1 right, 2 centred;
+/// vertical part ((code >> 2) & 3) 0 top, 1 centred, 2 bottom. So 6 centres a
+/// window over its reference and 2 puts it centred at the reference's top.
+enum : UINT { ZX_ALIGN_KEEP_ON_SCREEN = 1 };
+
+/// Moves `wnd` (size kept) to the place `code` names inside `reference`'s window
+/// rectangle (null: `wnd`'s owner or parent, else the work area). With
+/// ZX_ALIGN_KEEP_ON_SCREEN the result is pushed inside the work area of the
+/// reference's monitor. False when `wnd` is no window.
+ZX_HOST_API bool ZX_AlignWnd(HWND wnd, HWND reference, UINT code, UINT flags);
