@@ -226,7 +226,7 @@ public:
 
 protected:
     /// Raises an event; -1 (not handled) without a callback.
-    int32_t Raise(EZxEvent event, HWND hwnd, int64_t value, void* data) const;
+    int32_t Raise(IZxGrabberUI::EZxEvent event, HWND hwnd, int64_t value, void* data) const;
     /// Paints the histogram area into `dc` (WM_ERASEBKGND).
     void PaintHisto(HDC dc);
     /// Repaints the plots and writes the range texts (WM_ZX_NEWHISTO).
