@@ -1,12 +1,16 @@
 // What a camera driver does with every frame: count its histogram and let the
-// auto-exposure engine choose the next exposure. Exits 0 when the library
-// answered as a driver expects (so a build test can run it).
+// auto-exposure engine choose the next exposure; on Windows it also shows its
+// setup dialog. Exits 0 when the library answered as a driver expects (so a
+// build test can run it).
 #include <cstdio>
 #include <cstdint>
 #include <vector>
 
 #include <zx/autoexposure.h>
 #include <zx/histogram.h>
+#ifdef _WIN32
+#include "setup_dialog.h"
+#endif
 
 namespace {
 
@@ -68,11 +72,11 @@ int main()
     engine.ComputeAE(true, ZX_AE_EXPOSURE | ZX_AE_FACTOR, camera, hist);
     std::printf("auto exposure: 10 ms -> %.3f ms, analog factor %.3f\n", camera.m_dExposure, camera.m_dFactor);
 
-    // TODO(setup dialog): on Windows, open the input-setup dialog through
-    // CZxGrabberUI_Base here once that class is part of the library.
-
     bool ok = hist.uiBinCount == (1u << kBits) && hist.uiPixelCount == kWidth * kHeight &&
               counted == kWidth * kHeight && camera.m_dExposure > 10.0;
+#ifdef _WIN32
+    ok = RunSetupDialog() && ok;
+#endif
     std::printf("%s\n", ok ? "ok" : "unexpected result");
     return ok ? 0 : 1;
 }
