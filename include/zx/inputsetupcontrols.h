@@ -206,3 +206,4 @@ private:
 
 // Control families.
 #include "zx/iscontrols_command.h"
+#include "zx/iscontrols_freecombo.h"

@@ -98,7 +98,11 @@ bool TestDialog::CtlColorStatic(int id, HBRUSH& brush, COLORREF& textColor)
 void TestDialog::Key(int id, UINT vk)
 {
     SetForegroundWindow(m_hDlg);
-    SetFocus(Item(id));
+    // Focusing an item that already holds the focus (or whose child does, as the
+    // edit part of a combo) would make it lose the focus for a moment.
+    HWND item = Item(id), focus = GetFocus();
+    if (focus != item && !IsChild(item, focus))
+        SetFocus(item);
     INPUT in[2] = {};
     in[0].type = in[1].type = INPUT_KEYBOARD;
     in[0].ki.wVk = in[1].ki.wVk = static_cast<WORD>(vk);

@@ -1,0 +1,812 @@
+// Free-entry exposure and temperature combos: presets or typed values, Enter
+// and Escape caught by a thread keyboard hook per class.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <cmath>
+#include <vector>
+#include "zx/iscontrols_freecombo.h"
+#include "zx/status.h"
+#include "zxhost/exposure.h"
+#include "zxhost/system.h"
+
+struct SZxFreeComboLock {
+    CRITICAL_SECTION cs;
+};
+
+CZxVector<CZxISControlComboFreeExposure*>* CZxISControlComboFreeExposure::m_ControlList = nullptr;
+SZxFreeComboLock* CZxISControlComboFreeExposure::m_ControlLock = nullptr;
+void* CZxISControlComboFreeExposure::m_KeyboardHook = nullptr;
+CZxVector<CZxISControlComboFreeTemperature*>* CZxISControlComboFreeTemperature::m_ControlList = nullptr;
+SZxFreeComboLock* CZxISControlComboFreeTemperature::m_ControlLock = nullptr;
+void* CZxISControlComboFreeTemperature::m_KeyboardHook = nullptr;
+
+namespace {
+
+const wchar_t kSource[] = L"inputsetupcontrols";
+const WPARAM kEnter = 13, kEscape = 27;
+// The exposure combo's list height in pixels, and the fewest items it shows.
+const int kListHeight = 400, kMinVisible = 40;
+
+HWND H(ZxHWnd w) { return reinterpret_cast<HWND>(w); }
+
+class Guard {
+public:
+    explicit Guard(SZxFreeComboLock* lock) : m_lock(lock) { EnterCriticalSection(&m_lock->cs); }
+    ~Guard() { LeaveCriticalSection(&m_lock->cs); }
+    Guard(const Guard&) = delete;
+    Guard& operator=(const Guard&) = delete;
+
+private:
+    SZxFreeComboLock* m_lock;
+};
+
+// ---- Class-wide state, shared by both classes through their own statics ----
+
+template <class T>
+void InitClass(CZxVector<T*>*& list, SZxFreeComboLock*& lock)
+{
+    if (lock)
+        return;
+    lock = new SZxFreeComboLock;
+    InitializeCriticalSection(&lock->cs);
+    list = new CZxVector<T*>;
+}
+
+template <class T>
+void DoneClass(CZxVector<T*>*& list, SZxFreeComboLock*& lock, void*& hook)
+{
+    if (!lock)
+        return;
+    if (hook)
+        UnhookWindowsHookEx(static_cast<HHOOK>(hook));
+    hook = nullptr;
+    delete list;
+    list = nullptr;
+    DeleteCriticalSection(&lock->cs);
+    delete lock;
+    lock = nullptr;
+}
+
+template <class T>
+bool RegisterIn(T* control, CZxVector<T*>* list, SZxFreeComboLock* lock, void*& hook, HOOKPROC proc)
+{
+    if (ZX_DIAG_FAIL_IF(!control || !list, kSource))
+        return false;
+    Guard g(lock);
+    for (T* c : *list)
+        if (c == control)
+            return true;
+    list->Add(control);
+    if (list->GetSize() == 1)
+        hook = SetWindowsHookExW(WH_KEYBOARD, proc, nullptr, GetCurrentThreadId());
+    return true;
+}
+
+template <class T>
+bool UnregisterFrom(T* control, CZxVector<T*>* list, SZxFreeComboLock* lock, void*& hook)
+{
+    if (!control || !list)
+        return false;
+    Guard g(lock);
+    for (int i = 0; i < list->GetSize(); ++i)
+        if ((*list)[i] == control) {
+            list->RemoveAt(i);
+            if (list->IsEmpty()) {
+                UnhookWindowsHookEx(static_cast<HHOOK>(hook));
+                hook = nullptr;
+            }
+            return true;
+        }
+    return false;
+}
+
+// Asks each registered control in order, under the lock; the first that takes
+// the key swallows it.
+template <class T, class Ask>
+LRESULT WalkHook(int code, WPARAM wParam, LPARAM lParam, CZxVector<T*>* list, SZxFreeComboLock* lock, void* hook,
+                 Ask ask)
+{
+    if (code >= 0 && list) {
+        bool taken = false;
+        {
+            Guard g(lock);
+            // By index, re-reading the size: a control's commit may change the list.
+            for (int i = 0; !taken && i < list->GetSize(); ++i)
+                taken = ask((*list)[i]);
+        }
+        if (taken)
+            return 1;
+    }
+    return CallNextHookEx(static_cast<HHOOK>(hook), code, wParam, lParam);
+}
+
+// The focus is in the combo (the edit part of an editable combo is its child).
+bool FocusIn(HWND combo)
+{
+    HWND focus = GetFocus();
+    return focus && (focus == combo || IsChild(combo, focus));
+}
+
+CZxStringW ComboText(HWND combo)
+{
+    wchar_t buf[65] = {};
+    GetWindowTextW(combo, buf, 65);
+    return CZxStringW(buf);
+}
+
+CZxStringW ItemText(HWND combo, int index)
+{
+    const LRESULT len = SendMessageW(combo, CB_GETLBTEXTLEN, index, 0);
+    if (len < 0)
+        return CZxStringW();
+    std::vector<wchar_t> buf(static_cast<size_t>(len) + 1, L'\0');
+    SendMessageW(combo, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(buf.data()));
+    return CZxStringW(buf.data());
+}
+
+int32_t DecimalsOfStep(double step)
+{
+    const long long k = static_cast<long long>(step * 1000.0 + 0.5);
+    if (k % 10)
+        return 3;
+    if (k % 100)
+        return 2;
+    if (k % 1000)
+        return 1;
+    return 0;
+}
+
+// Index of the value nearest to `value`: the first of equal distances wins, and
+// index 0 when nothing is nearer than 1 000 000.
+template <class ValueAt>
+int NearestIndex(int count, double value, ValueAt valueAt)
+{
+    double best = 1000000.0;
+    int index = 0;
+    for (int i = 0; i < count; ++i) {
+        const double d = std::fabs(valueAt(i) - value);
+        if (d < best) {
+            best = d;
+            index = i;
+        }
+    }
+    return index;
+}
+
+// Both classes are used from the library's load to its unload.
+struct ClassLifetime {
+    ClassLifetime()
+    {
+        CZxISControlComboFreeExposure::Init();
+        CZxISControlComboFreeTemperature::Init();
+    }
+    ~ClassLifetime()
+    {
+        CZxISControlComboFreeExposure::Done();
+        CZxISControlComboFreeTemperature::Done();
+    }
+} s_lifetime;
+
+LRESULT CALLBACK ExposureComboTrampoline(HWND combo, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return CZxISControlComboFreeExposure::ComboProc(reinterpret_cast<ZxHWnd>(combo), message, wParam, lParam);
+}
+
+LRESULT CALLBACK ExposureHookTrampoline(int code, WPARAM wParam, LPARAM lParam)
+{
+    return CZxISControlComboFreeExposure::FreeExposureHookProc(code, wParam, lParam);
+}
+
+LRESULT CALLBACK TemperatureHookTrampoline(int code, WPARAM wParam, LPARAM lParam)
+{
+    return CZxISControlComboFreeTemperature::FreeTemperatureHookProc(code, wParam, lParam);
+}
+
+} // namespace
+
+// ==== CZxISControlComboFreeExposure ====================================================
+
+CZxISControlComboFreeExposure::CZxISControlComboFreeExposure(const wchar_t* name, uint32_t mode, int32_t controlId,
+                                                             uint32_t groupMask, uint32_t message, bool modeLocked)
+    : CZxISControl(ctValueEditor, btProperty, name, mode, controlId, groupMask), m_bEnabled(false),
+      m_bUpdating(false), m_dMin(0), m_dMax(0), m_dStep(0), m_dOneFrameExp(0), m_bDroppedDown(false),
+      m_bEditing(false), m_hCombo(nullptr), m_uiMessage(message), m_bModeLocked(modeLocked), m_uiOwnMode(0),
+      m_pfnOldProc(nullptr)
+{
+    // Deliberately forgets any installed hook, as every constructor of the class
+    // does: hosts construct their controls before attaching the first.
+    m_KeyboardHook = nullptr;
+}
+
+CZxISControlComboFreeExposure::~CZxISControlComboFreeExposure()
+{
+    // The hook must never walk a destroyed control.
+    if (m_hCombo)
+        CZxISControlComboFreeExposure::Detach();
+}
+
+void CZxISControlComboFreeExposure::Init() { InitClass(m_ControlList, m_ControlLock); }
+void CZxISControlComboFreeExposure::Done() { DoneClass(m_ControlList, m_ControlLock, m_KeyboardHook); }
+
+bool CZxISControlComboFreeExposure::RegisterControl(CZxISControlComboFreeExposure* control)
+{
+    return RegisterIn(control, m_ControlList, m_ControlLock, m_KeyboardHook, ExposureHookTrampoline);
+}
+
+bool CZxISControlComboFreeExposure::UnregisterControl(CZxISControlComboFreeExposure* control)
+{
+    return UnregisterFrom(control, m_ControlList, m_ControlLock, m_KeyboardHook);
+}
+
+ZxLResult CZxISControlComboFreeExposure::FreeExposureHookProc(int32_t code, ZxWParam wParam, ZxLParam lParam)
+{
+    return WalkHook(code, wParam, lParam, m_ControlList, m_ControlLock, m_KeyboardHook,
+                    [&](CZxISControlComboFreeExposure* c) { return c->FreeExposureHook(code, wParam, lParam); });
+}
+
+int32_t CZxISControlComboFreeExposure::Attach(ZxHWnd dialog, CZxGenProvider_Low* provider, CZxISControlList* list)
+{
+    m_bEnabled = true;
+    m_hDlg = dialog;
+    m_pProvider = provider;
+    HWND combo = GetDlgItem(H(dialog), m_iControlId);
+    if (list) {
+        ZxHWnd item = reinterpret_cast<ZxHWnd>(combo);
+        list->Add(this, &item, 1);
+        list->AddPrivateMessage(this, m_uiMessage);
+    }
+    m_bEditing = false;
+    m_hCombo = reinterpret_cast<ZxHWnd>(combo);
+    RegisterControl(this);
+    if (combo && !m_pfnOldProc) {
+        m_pfnOldProc = reinterpret_cast<void*>(GetWindowLongPtrW(combo, GWLP_WNDPROC));
+        SetWindowLongPtrW(combo, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        SetWindowLongPtrW(combo, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ExposureComboTrampoline));
+        RECT rc;
+        GetWindowRect(combo, &rc);
+        SetWindowPos(combo, nullptr, 0, 0, rc.right - rc.left, kListHeight,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_SHOWWINDOW);
+        SendMessageW(combo, CB_SETMINVISIBLE, kMinVisible, 0);
+    }
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeExposure::Detach()
+{
+    if (m_hCombo && m_pfnOldProc) {
+        SetWindowLongPtrW(H(m_hCombo), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_pfnOldProc));
+        SetWindowLongPtrW(H(m_hCombo), GWLP_USERDATA, 0);
+    }
+    m_pfnOldProc = nullptr;
+    m_bEnabled = false;
+    m_hDlg = nullptr;
+    m_pProvider = nullptr;
+    UnregisterControl(this);
+    m_bEditing = false;
+    m_hCombo = nullptr;
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeExposure::Enable(bool enable)
+{
+    m_bEnabled = enable;
+    EnableWindow(H(m_hCombo), enable);
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeExposure::Show(bool show)
+{
+    ShowWindow(H(m_hCombo), show ? SW_SHOW : SW_HIDE);
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeExposure::ChangeMode(uint32_t mode)
+{
+    m_uiOwnMode = mode;
+    if (!m_bModeLocked)
+        CZxISControl::ChangeMode(mode);
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeExposure::Reinit()
+{
+    CZxVariant def;
+    const int32_t rc = _GetPropDefinition(def);
+    if (rc != ZX_OK)
+        return rc;
+    m_dMin = def[L"m_dMin"].GetDouble();
+    m_dMax = def[L"m_dMax"].GetDouble();
+    m_dStep = def[L"m_dStep"].GetDouble();
+    m_dOneFrameExp = def[L"m_dOneFrameExp"].GetDouble();
+    HWND combo = H(m_hCombo);
+    SendMessageW(combo, CB_RESETCONTENT, 0, 0);
+    const CZxVariant& presets = def[L"m_List"];
+    double largest = 0.0;
+    for (int i = 0; i < presets.GetCount(); ++i) {
+        const double v = presets[i][L"m_dValue"].GetDouble();
+        if (v < m_dMin || v > m_dMax)
+            continue;
+        SendMessageW(combo, CB_ADDSTRING, 0,
+                     reinterpret_cast<LPARAM>(presets[i][L"m_wstrText"].GetCZxStringW().GetString()));
+        if (v > largest)
+            largest = v;
+    }
+    // The maximum is offered too when it lies well above the last preset.
+    if (m_dMax > largest * 1.05)
+        SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Format(m_dMax).GetString()));
+    return ZX_OK;
+}
+
+CZxStringW CZxISControlComboFreeExposure::Format(double value) const
+{
+    return ZX_ExposureToText(value, m_dOneFrameExp);
+}
+
+double CZxISControlComboFreeExposure::GetComboValue(bool selected)
+{
+    HWND combo = H(m_hCombo);
+    const CZxStringW text =
+        selected ? ItemText(combo, static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0))) : ComboText(combo);
+    bool ok = false;
+    const double v = ZX_TextToExposure(text, m_dOneFrameExp, m_dMin, m_dMax, &ok);
+    if (ok)
+        return v;
+    // A typing error silently restores the driver's value.
+    SZxGrabberPropertyValue current(m_wstrName);
+    _GetPropValue(current);
+    return current.m_varValue.GetDouble();
+}
+
+void CZxISControlComboFreeExposure::SelectNearest(double value, bool setText)
+{
+    HWND combo = H(m_hCombo);
+    const int count = static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0));
+    const int index = NearestIndex(count, value, [&](int i) {
+        return ZX_TextToExposure(ItemText(combo, i), m_dOneFrameExp, m_dMin, m_dMax, nullptr);
+    });
+    SendMessageW(combo, CB_SETCURSEL, index, 0);
+    // A typed value that is no preset is still shown exactly.
+    if (setText)
+        SetWindowTextW(combo, Format(value));
+}
+
+void CZxISControlComboFreeExposure::SelectNearestInList()
+{
+    CZxVariant def;
+    if (_GetPropDefinition(def) != ZX_OK)
+        return;
+    const double value = GetComboValue(false);
+    const CZxVariant& presets = def[L"m_List"];
+    // Nearest among the presets in range; the combo holds only those, so the
+    // ones below the minimum shift the index.
+    double best = 1000000.0;
+    int index = 0, below = 0;
+    for (int i = 0; i < presets.GetCount(); ++i) {
+        const double v = presets[i][L"m_dValue"].GetDouble();
+        if (v < m_dMin) {
+            ++below;
+            continue;
+        }
+        if (v > m_dMax)
+            continue;
+        if (std::fabs(v - value) < best) {
+            best = std::fabs(v - value);
+            index = i;
+        }
+    }
+    SendMessageW(H(m_hCombo), CB_SETCURSEL, index - below, 0);
+}
+
+void CZxISControlComboFreeExposure::Commit()
+{
+    const double value = GetComboValue(false);
+    m_bUpdating = true;
+    SelectNearest(value, true);
+    m_bUpdating = false;
+    SZxGrabberPropertyValue v(m_wstrName, CZxVariant(value));
+    _SetPropValue(v);
+}
+
+void CZxISControlComboFreeExposure::Revert()
+{
+    SZxGrabberPropertyValue current(m_wstrName);
+    _GetPropValue(current);
+    m_bUpdating = true;
+    SetWindowTextW(H(m_hCombo), Format(current.m_varValue.GetDouble()));
+    m_bUpdating = false;
+}
+
+int32_t CZxISControlComboFreeExposure::ResetToDefault()
+{
+    m_bUpdating = true;
+    SZxGrabberPropertyValue def(m_wstrName);
+    _GetPropDefaultValue(def);
+    SelectNearest(def.m_varValue.GetDouble(), true);
+    _SetPropValue(def);
+    m_bUpdating = false;
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeExposure::UpdateFromGeneric()
+{
+    // The user's work in progress wins over the driver's value.
+    if (m_bDroppedDown || m_bEditing)
+        return ZX_E_BUSY;
+    m_bUpdating = true;
+    SZxGrabberPropertyValue current(m_wstrName);
+    _GetPropValue(current);
+    SelectNearest(current.m_varValue.GetDouble(), true);
+    m_bUpdating = false;
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeExposure::GetPropValForGeneric(SZxGrabberPropertyValue& value)
+{
+    value.m_varValue.SetTypeChangeAllowed(true);
+    value.m_varValue = CZxVariant(GetComboValue(false));
+    value.m_varValue.SetTypeChangeAllowed(false);
+    return ZX_OK;
+}
+
+bool CZxISControlComboFreeExposure::DlgProcHook(ZxHWnd dialog, uint32_t message, ZxWParam wParam, ZxLParam,
+                                                ZxLResult* result)
+{
+    if (message == m_uiMessage) {
+        if (wParam == kEnter)
+            Commit();
+        else if (wParam == kEscape)
+            Revert();
+        if (result)
+            *result = 0;
+        return true;
+    }
+    if (message != WM_COMMAND || LOWORD(wParam) != m_iControlId)
+        return false;
+    switch (HIWORD(wParam)) {
+    case CBN_EDITCHANGE:
+        // The control's own writes are not the user's typing.
+        if (!m_bUpdating)
+            m_bEditing = true;
+        return false;
+    case CBN_KILLFOCUS:
+        if (!m_bEditing)
+            return false;
+        m_bEditing = false;
+        Commit();
+        return true;
+    case CBN_DROPDOWN:
+        m_bEditing = false;
+        m_bDroppedDown = true;
+        SelectNearestInList();
+        return false;
+    case CBN_CLOSEUP:
+        m_bEditing = false;
+        m_bDroppedDown = false;
+        SendMessageW(H(dialog ? dialog : m_hDlg), m_uiMessage, kEscape, m_iControlId);
+        return false;
+    case CBN_SELCHANGE: {
+        if (m_bUpdating)
+            return false;
+        const double value = GetComboValue(true);
+        m_bUpdating = true;
+        SetWindowTextW(H(m_hCombo), Format(value));
+        m_bUpdating = false;
+        SZxGrabberPropertyValue v(m_wstrName, CZxVariant(value));
+        _SetPropValue(v);
+        if (result)
+            *result = 0;
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+bool CZxISControlComboFreeExposure::FreeExposureHook(int32_t code, ZxWParam key, ZxLParam)
+{
+    HWND combo = H(m_hCombo);
+    if (!combo || code != HC_ACTION || !FocusIn(combo))
+        return false;
+    // Key-down and key-up both arrive (the transition bit is not looked at), so
+    // the release of an Enter that committed reverts: deliberately, it shows the
+    // value just written.
+    if (key == kEnter && m_bEditing) {
+        m_bEditing = false;
+        SendMessageW(H(m_hDlg), m_uiMessage, kEnter, m_iControlId);
+        return true;
+    }
+    if (key == kEscape || key == kEnter) {
+        m_bEditing = false;
+        SendMessageW(H(m_hDlg), m_uiMessage, kEscape, m_iControlId);
+        return true;
+    }
+    return false;
+}
+
+ZxLResult CZxISControlComboFreeExposure::ComboProc(ZxHWnd comboZx, uint32_t message, ZxWParam wParam,
+                                                   ZxLParam lParam)
+{
+    HWND combo = H(comboZx);
+    auto* self = reinterpret_cast<CZxISControlComboFreeExposure*>(GetWindowLongPtrW(combo, GWLP_USERDATA));
+    if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
+        // A click anywhere opens the list with the current value in its middle.
+        SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
+        const int itemHeight = static_cast<int>(SendMessageW(combo, CB_GETITEMHEIGHT, 0, 0));
+        const int count = static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0));
+        int visible = itemHeight > 0 ? kListHeight / itemHeight : count;
+        if (visible > count)
+            visible = count;
+        const int half = (visible - 1) / 2;
+        const int top = static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)) - half;
+        // Straight to the list box, which is what CB_SETTOPINDEX forwards to: not
+        // every window system forwards it.
+        COMBOBOXINFO info{};
+        info.cbSize = sizeof(info);
+        if (GetComboBoxInfo(combo, &info) && info.hwndList)
+            SendMessageW(info.hwndList, LB_SETTOPINDEX, top < 1 ? 0 : top, 0);
+        else
+            SendMessageW(combo, CB_SETTOPINDEX, top < 1 ? 0 : top, 0);
+        return 1;
+    }
+    if (!self || !self->m_pfnOldProc)
+        return 1;
+    return CallWindowProcW(reinterpret_cast<WNDPROC>(self->m_pfnOldProc), combo, message, wParam, lParam);
+}
+
+// ==== CZxISControlComboFreeTemperature =================================================
+
+CZxISControlComboFreeTemperature::CZxISControlComboFreeTemperature(const wchar_t* name, uint32_t mode,
+                                                                   int32_t controlId, uint32_t groupMask,
+                                                                   uint32_t message)
+    : CZxISControl(ctValueEditor, btProperty, name, mode, controlId, groupMask), m_bEnabled(false),
+      m_bUpdating(false), m_dMin(0), m_dMax(0), m_dStep(0), m_iDecimals(0), m_bDroppedDown(false),
+      m_bEditing(false), m_hCombo(nullptr), m_uiMessage(message)
+{
+    // Deliberately forgets any installed hook, as the exposure class does.
+    m_KeyboardHook = nullptr;
+}
+
+CZxISControlComboFreeTemperature::~CZxISControlComboFreeTemperature()
+{
+    if (m_hCombo)
+        CZxISControlComboFreeTemperature::Detach();
+}
+
+void CZxISControlComboFreeTemperature::Init() { InitClass(m_ControlList, m_ControlLock); }
+void CZxISControlComboFreeTemperature::Done() { DoneClass(m_ControlList, m_ControlLock, m_KeyboardHook); }
+
+bool CZxISControlComboFreeTemperature::RegisterControl(CZxISControlComboFreeTemperature* control)
+{
+    return RegisterIn(control, m_ControlList, m_ControlLock, m_KeyboardHook, TemperatureHookTrampoline);
+}
+
+bool CZxISControlComboFreeTemperature::UnregisterControl(CZxISControlComboFreeTemperature* control)
+{
+    return UnregisterFrom(control, m_ControlList, m_ControlLock, m_KeyboardHook);
+}
+
+ZxLResult CZxISControlComboFreeTemperature::FreeTemperatureHookProc(int32_t code, ZxWParam wParam, ZxLParam lParam)
+{
+    return WalkHook(code, wParam, lParam, m_ControlList, m_ControlLock, m_KeyboardHook,
+                    [&](CZxISControlComboFreeTemperature* c) { return c->FreeTemperatureHook(code, wParam, lParam); });
+}
+
+int32_t CZxISControlComboFreeTemperature::Attach(ZxHWnd dialog, CZxGenProvider_Low* provider,
+                                                 CZxISControlList* list)
+{
+    m_bEnabled = true;
+    m_hDlg = dialog;
+    m_pProvider = provider;
+    HWND combo = GetDlgItem(H(dialog), m_iControlId);
+    if (list) {
+        ZxHWnd item = reinterpret_cast<ZxHWnd>(combo);
+        list->Add(this, &item, 1);
+        list->AddPrivateMessage(this, m_uiMessage);
+    }
+    m_bEditing = false;
+    m_hCombo = reinterpret_cast<ZxHWnd>(combo);
+    RegisterControl(this);
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeTemperature::Detach()
+{
+    m_bEnabled = false;
+    m_hDlg = nullptr;
+    m_pProvider = nullptr;
+    UnregisterControl(this);
+    m_bEditing = false;
+    m_hCombo = nullptr;
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeTemperature::Enable(bool enable)
+{
+    m_bEnabled = enable;
+    EnableWindow(GetDlgItem(H(m_hDlg), m_iControlId), enable);
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeTemperature::Show(bool show)
+{
+    ShowWindow(GetDlgItem(H(m_hDlg), m_iControlId), show ? SW_SHOW : SW_HIDE);
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeTemperature::Reinit()
+{
+    CZxVariant def;
+    const int32_t rc = _GetPropDefinition(def);
+    if (rc != ZX_OK)
+        return rc;
+    m_dMin = def[L"m_dMin"].GetDouble();
+    m_dMax = def[L"m_dMax"].GetDouble();
+    m_dStep = def[L"m_dStep"].GetDouble();
+    m_iDecimals = DecimalsOfStep(m_dStep);
+    HWND combo = H(m_hCombo);
+    SendMessageW(combo, CB_RESETCONTENT, 0, 0);
+    const CZxVariant& presets = def[L"m_List"];
+    for (int i = 0; i < presets.GetCount(); ++i)
+        SendMessageW(combo, CB_ADDSTRING, 0,
+                     reinterpret_cast<LPARAM>(presets[i][L"m_wstrText"].GetCZxStringW().GetString()));
+    return ZX_OK;
+}
+
+double CZxISControlComboFreeTemperature::GetComboValue(bool selected)
+{
+    HWND combo = H(m_hCombo);
+    if (selected) {
+        CZxVariant def;
+        _GetPropDefinition(def);
+        const int index = static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0));
+        const CZxVariant& presets = def[L"m_List"];
+        if (index >= 0 && index < presets.GetCount())
+            return presets[index][L"m_dValue"].GetDouble();
+        // No selection: the text is all there is.
+    }
+    return ZX_TextToTemperature(ComboText(combo), m_dMin, m_dMax);
+}
+
+void CZxISControlComboFreeTemperature::SelectNearest(double value, bool setText)
+{
+    CZxVariant def;
+    _GetPropDefinition(def);
+    const CZxVariant& presets = def[L"m_List"];
+    const int index =
+        NearestIndex(presets.GetCount(), value, [&](int i) { return presets[i][L"m_dValue"].GetDouble(); });
+    HWND combo = H(m_hCombo);
+    SendMessageW(combo, CB_SETCURSEL, index, 0);
+    if (setText) {
+        CZxStringW text;
+        ZX_TemperatureToText(text, value, m_iDecimals);
+        SetWindowTextW(combo, text);
+    }
+}
+
+void CZxISControlComboFreeTemperature::Commit()
+{
+    const double value = GetComboValue(false);
+    m_bUpdating = true;
+    SelectNearest(value, true);
+    m_bUpdating = false;
+    SZxGrabberPropertyValue v(m_wstrName, CZxVariant(value));
+    _SetPropValue(v);
+}
+
+void CZxISControlComboFreeTemperature::Revert()
+{
+    SZxGrabberPropertyValue current(m_wstrName);
+    _GetPropValue(current);
+    CZxStringW text;
+    ZX_TemperatureToText(text, current.m_varValue.GetDouble(), m_iDecimals);
+    m_bUpdating = true;
+    SetWindowTextW(H(m_hCombo), text);
+    m_bUpdating = false;
+}
+
+int32_t CZxISControlComboFreeTemperature::ResetToDefault()
+{
+    m_bUpdating = true;
+    SZxGrabberPropertyValue def(m_wstrName);
+    _GetPropDefaultValue(def);
+    SelectNearest(def.m_varValue.GetDouble(), true);
+    _SetPropValue(def);
+    m_bUpdating = false;
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeTemperature::UpdateFromGeneric()
+{
+    if (m_bDroppedDown || m_bEditing)
+        return ZX_E_BUSY;
+    m_bUpdating = true;
+    SZxGrabberPropertyValue current(m_wstrName);
+    _GetPropValue(current);
+    SelectNearest(current.m_varValue.GetDouble(), true);
+    m_bUpdating = false;
+    return ZX_OK;
+}
+
+int32_t CZxISControlComboFreeTemperature::GetPropValForGeneric(SZxGrabberPropertyValue& value)
+{
+    value.m_varValue.SetTypeChangeAllowed(true);
+    value.m_varValue = CZxVariant(GetComboValue(false));
+    value.m_varValue.SetTypeChangeAllowed(false);
+    return ZX_OK;
+}
+
+bool CZxISControlComboFreeTemperature::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wParam, ZxLParam,
+                                                   ZxLResult* result)
+{
+    if (message == m_uiMessage) {
+        if (wParam == kEnter)
+            Commit();
+        else if (wParam == kEscape)
+            Revert();
+        if (result)
+            *result = 0;
+        return true;
+    }
+    if (message != WM_COMMAND || LOWORD(wParam) != m_iControlId)
+        return false;
+    switch (HIWORD(wParam)) {
+    case CBN_EDITCHANGE:
+        if (!m_bUpdating)
+            m_bEditing = true;
+        return false;
+    case CBN_KILLFOCUS:
+        if (!m_bEditing)
+            return false;
+        m_bEditing = false;
+        Commit();
+        return true;
+    case CBN_DROPDOWN:
+        m_bEditing = false;
+        m_bDroppedDown = true;
+        SelectNearest(GetComboValue(false), false);
+        return false;
+    case CBN_CLOSEUP:
+        m_bEditing = false;
+        m_bDroppedDown = false;
+        Revert();
+        return false;
+    case CBN_SELCHANGE: {
+        if (m_bUpdating)
+            return false;
+        const double value = GetComboValue(true);
+        CZxStringW text;
+        ZX_TemperatureToText(text, value, m_iDecimals);
+        m_bUpdating = true;
+        SetWindowTextW(H(m_hCombo), text);
+        m_bUpdating = false;
+        SZxGrabberPropertyValue v(m_wstrName, CZxVariant(value));
+        _SetPropValue(v);
+        if (result)
+            *result = 0;
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+bool CZxISControlComboFreeTemperature::FreeTemperatureHook(int32_t code, ZxWParam key, ZxLParam)
+{
+    HWND combo = H(m_hCombo);
+    if (!combo || code != HC_ACTION || !FocusIn(combo))
+        return false;
+    // As in the exposure class: an Enter's release deliberately reverts.
+    if (key == kEnter && m_bEditing) {
+        m_bEditing = false;
+        SendMessageW(H(m_hDlg), m_uiMessage, kEnter, m_iControlId);
+        return true;
+    }
+    if (key == kEscape || key == kEnter) {
+        m_bEditing = false;
+        SendMessageW(H(m_hDlg), m_uiMessage, kEscape, m_iControlId);
+        return true;
+    }
+    return false;
+}

@@ -1,0 +1,381 @@
+// Free-entry exposure and temperature combos on a real dialog: preset lists,
+// typed values committed by a real Enter through the keyboard hook and the
+// control list, the nearest preset, refusals while the user works, the hook's
+// lifetime and the click that opens the list centred on the value.
+#include <windows.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "freecombo_test_resource.h"
+#include "zx_dialog.h"
+#include "zx_test.h"
+#include "zxhost/exposure.h"
+
+using zxtest::TestDialog;
+typedef CZxISControlComboFreeExposure Exposure;
+typedef CZxISControlComboFreeTemperature Temperature;
+
+namespace {
+const UINT kPrivate = WM_USER + 500;
+
+// The simulated camera with some definition members of a property replaced, as
+// a driver with other ranges or presets would describe it.
+class RedefinedCamera : public CZxSimCamera {
+public:
+    int PropGetDesc_WRP(uint32_t mode, const wchar_t* name, SZxGrabberPropertyDesc01& desc) override
+    {
+        const int rc = CZxSimCamera::PropGetDesc_WRP(mode, name, desc);
+        if (rc == 0 && name)
+            for (const auto& m : members[name])
+                desc.varValDefinition[m.first.c_str()] = m.second;
+        return rc;
+    }
+    std::map<std::wstring, std::map<std::wstring, CZxVariant>> members;
+};
+
+CZxVariant Presets(std::initializer_list<double> values, bool exposure)
+{
+    CZxVariant list = CZxVariant::MakeArray();
+    for (double v : values) {
+        CZxVariant e;
+        e[L"m_dValue"] = v;
+        e[L"m_wstrText"] = exposure ? ZX_ExposureToText(v, -1.0) : CZxStringW::Formatted(L"%g \u00b0C", v);
+        list.Add(e);
+    }
+    return list;
+}
+
+std::wstring Text(HWND w)
+{
+    wchar_t buf[128] = {};
+    GetWindowTextW(w, buf, 128);
+    return buf;
+}
+
+std::vector<std::wstring> Items(HWND combo)
+{
+    std::vector<std::wstring> items;
+    const int n = static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0));
+    for (int i = 0; i < n; ++i) {
+        wchar_t buf[128] = {};
+        SendMessageW(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(buf));
+        items.push_back(buf);
+    }
+    return items;
+}
+
+int Selection(HWND combo) { return static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
+
+void SetValue(CZxSimCamera& cam, const wchar_t* name, const CZxVariant& value)
+{
+    CZxVector_SZxGrabberPropertyValue v;
+    v.Add(SZxGrabberPropertyValue(name, value));
+    ASSERT_EQ(cam.PropSet_WRP(ZX_MODE_FAST, v, nullptr, false), 0);
+}
+
+double ValueOf(CZxSimCamera& cam, const wchar_t* name)
+{
+    SZxGrabberPropertyValue v(name);
+    cam.PropGetSingle_WRP(ZX_MODE_FAST, v);
+    return v.m_varValue.GetDouble();
+}
+
+std::vector<std::wstring> Writes(const CZxSimCamera& cam)
+{
+    std::vector<std::wstring> lines;
+    for (const auto& l : cam.CallLog())
+        if (l.rfind(L"PropSet_WRP", 0) == 0)
+            lines.push_back(l);
+    return lines;
+}
+
+// Types `text` into the combo's edit part as the user would leave it: the text,
+// then the notification the combo sends for typing.
+void Type(TestDialog& dlg, int id, const wchar_t* text)
+{
+    SetWindowTextW(dlg.Item(id), text);
+    dlg.Command(id, CBN_EDITCHANGE);
+}
+} // namespace
+
+TEST(FreeTemperature, ShowsTheDecimalsOfTheStep)
+{
+    const struct {
+        double step;
+        int decimals;
+        const wchar_t* shown;
+    } cases[] = {{0.25, 2, L"-10.00"}, {0.5, 1, L"-10.0"}, {0.001, 3, L"-10.000"},
+                 {1, 0, L"-10"},       {10, 0, L"-10"},    {0.0001, 0, L"-10"}};
+    TestDialog dlg(IDD_FREE_TEST);
+    RedefinedCamera cam;
+    Temperature t(L"Temperature", ZX_MODE_FAST, IDC_FREE_TEMPERATURE, 1, kPrivate);
+    t.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
+    for (const auto& k : cases) {
+        cam.members[L"Temperature"][L"m_dStep"] = k.step;
+        EXPECT_EQ(t.Reinit(), 0);
+        EXPECT_EQ(t.UpdateFromGeneric(), 0);
+        EXPECT_EQ(t.GetDecimals(), k.decimals) << k.step;
+        EXPECT_EQ(Text(dlg.Item(IDC_FREE_TEMPERATURE)), k.shown) << k.step;
+    }
+}
+
+TEST(FreeTemperature, TextsKeepTheLeadingNumberAndClampIt)
+{
+    const struct {
+        const wchar_t* text;
+        double min, max, value;
+    } cases[] = {{L"abc", -30, 20, 0.0}, {L"abc", 5, 20, 5.0},       {L"-15", -10, 20, -10.0},
+                 {L"99", -10, 20, 20.0}, {L"12.5 \u00b0C", -30, 20, 12.5}, {L"nan", -30, 20, 0.0},
+                 {nullptr, 1, 2, 1.0}};
+    for (const auto& k : cases)
+        EXPECT_EQ(ZX_TextToTemperature(k.text, k.min, k.max), k.value) << (k.text ? k.text : L"null");
+    CZxStringW s;
+    ZX_TemperatureToText(s, -7.25, 1);
+    EXPECT_STREQ(s, L"-7.2");
+    ZX_TemperatureToText(s, 12.5, -1);
+    EXPECT_STREQ(s, L"12.5 \u00b0C");
+}
+
+TEST(FreeExposure, OffersThePresetsInRangeAndTheMaximumOnlyWellAboveThem)
+{
+    const struct {
+        double max;
+        std::vector<std::wstring> items;
+    } cases[] = {{105.0, {L"1 ms", L"10 ms", L"100 ms"}}, {106.0, {L"1 ms", L"10 ms", L"100 ms", L"106 ms"}}};
+    TestDialog dlg(IDD_FREE_TEST);
+    RedefinedCamera cam;
+    auto& def = cam.members[L"Exposure"];
+    def[L"m_List"] = Presets({0.1, 1, 10, 100, 1000}, true);
+    def[L"m_dMin"] = 0.5;
+    Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
+    e.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
+    for (const auto& k : cases) {
+        def[L"m_dMax"] = k.max;
+        EXPECT_EQ(e.Reinit(), 0);
+        EXPECT_EQ(Items(dlg.Item(IDC_FREE_EXPOSURE)), k.items) << k.max;
+    }
+    // Opening the list selects the nearest preset by its combo index: 0.1 ms is
+    // not in the combo, so 10 ms is item 1.
+    Type(dlg, IDC_FREE_EXPOSURE, L"9 ms");
+    dlg.Command(IDC_FREE_EXPOSURE, CBN_DROPDOWN);
+    EXPECT_EQ(Selection(dlg.Item(IDC_FREE_EXPOSURE)), 1);
+    EXPECT_EQ(Text(dlg.Item(IDC_FREE_EXPOSURE)), L"10 ms") << "the selection shows";
+}
+
+TEST(FreeExposure, EnterCommitsTheTypedValueThroughTheHookAndItsReleaseShowsTheDriverValue)
+{
+    TestDialog dlg(IDD_FREE_TEST);
+    CZxSimCamera& cam = dlg.Camera();
+    Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
+    dlg.Attach(e);
+    e.Reinit();
+    e.UpdateFromGeneric();
+    HWND combo = dlg.Item(IDC_FREE_EXPOSURE);
+    EXPECT_EQ(Text(combo), L"20 ms");
+
+    const struct {
+        const wchar_t* typed;
+        const wchar_t* written;
+        const wchar_t* shown;
+    } cases[] = {{L"37.5", L"PropSet_WRP(1, Exposure=37.500000)", L"37.5 ms"},
+                 {L"1,5 s", L"PropSet_WRP(1, Exposure=1500.000000)", L"1.5 s"},
+                 // A typing error writes back what the driver has.
+                 {L"soon", L"PropSet_WRP(1, Exposure=1500.000000)", L"1.5 s"}};
+    for (const auto& k : cases) {
+        cam.ClearCallLog();
+        Type(dlg, IDC_FREE_EXPOSURE, k.typed);
+        EXPECT_TRUE(e.IsEditing());
+        EXPECT_EQ(e.UpdateFromGeneric(), -10) << "typing wins over the driver";
+        dlg.Key(IDC_FREE_EXPOSURE, VK_RETURN);
+        EXPECT_FALSE(e.IsEditing());
+        EXPECT_EQ(Writes(cam), std::vector<std::wstring>{k.written}) << k.typed;
+        EXPECT_EQ(Text(combo), k.shown) << k.typed;
+    }
+    // Escape drops what was typed.
+    cam.ClearCallLog();
+    Type(dlg, IDC_FREE_EXPOSURE, L"3 ms");
+    dlg.Key(IDC_FREE_EXPOSURE, VK_ESCAPE);
+    EXPECT_TRUE(Writes(cam).empty());
+    EXPECT_EQ(Text(combo), L"1.5 s");
+    EXPECT_EQ(e.UpdateFromGeneric(), 0);
+}
+
+TEST(FreeTemperature, EnterCommitsTheClampedTextAndAPickedPresetIsWrittenAtOnce)
+{
+    TestDialog dlg(IDD_FREE_TEST);
+    RedefinedCamera cam;
+    cam.members[L"Temperature"][L"m_dMin"] = -10.0;
+    Temperature t(L"Temperature", ZX_MODE_FAST, IDC_FREE_TEMPERATURE, 1, kPrivate);
+    t.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
+    t.Reinit();
+    HWND combo = dlg.Item(IDC_FREE_TEMPERATURE);
+    const struct {
+        const wchar_t* typed;
+        double written;
+        const wchar_t* shown;
+    } cases[] = {{L"-15", -10.0, L"-10.0"}, {L"frost", 0.0, L"0.0"}, {L"7.5 degrees", 7.5, L"7.5"}};
+    for (const auto& k : cases) {
+        Type(dlg, IDC_FREE_TEMPERATURE, k.typed);
+        dlg.Key(IDC_FREE_TEMPERATURE, VK_RETURN);
+        EXPECT_EQ(ValueOf(cam, L"Temperature"), k.written) << k.typed;
+        EXPECT_EQ(Text(combo), k.shown) << k.typed;
+    }
+    EXPECT_TRUE(dlg.SelectComboItem(IDC_FREE_TEMPERATURE, 4)); // -30 -20 -10 0 10 20
+    EXPECT_EQ(ValueOf(cam, L"Temperature"), 10.0);
+    EXPECT_EQ(Text(combo), L"10.0");
+}
+
+TEST(FreeCombos, EqualDistancesSelectTheLowerIndex)
+{
+    TestDialog dlg(IDD_FREE_TEST);
+    CZxSimCamera& cam = dlg.Camera();
+    Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
+    Temperature t(L"Temperature", ZX_MODE_FAST, IDC_FREE_TEMPERATURE, 1, kPrivate);
+    dlg.Attach(e);
+    dlg.Attach(t);
+    e.Reinit();
+    t.Reinit();
+    SetValue(cam, L"Exposure", 15.0);     // between the presets 10 (item 6) and 20 ms
+    SetValue(cam, L"Temperature", -25.0); // between -30 (item 0) and -20
+    e.UpdateFromGeneric();
+    t.UpdateFromGeneric();
+    EXPECT_EQ(Selection(dlg.Item(IDC_FREE_EXPOSURE)), 6);
+    EXPECT_EQ(Text(dlg.Item(IDC_FREE_EXPOSURE)), L"15 ms") << "the value itself, not the preset";
+    EXPECT_EQ(Selection(dlg.Item(IDC_FREE_TEMPERATURE)), 0);
+    EXPECT_EQ(Text(dlg.Item(IDC_FREE_TEMPERATURE)), L"-25.0");
+}
+
+TEST(FreeCombos, RefreshWhileTheListIsOpenIsRefusedAndClosingShowsTheDriverValue)
+{
+    TestDialog dlg(IDD_FREE_TEST);
+    CZxSimCamera& cam = dlg.Camera();
+    Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
+    Temperature t(L"Temperature", ZX_MODE_FAST, IDC_FREE_TEMPERATURE, 1, kPrivate);
+    dlg.Attach(e);
+    dlg.Attach(t);
+    const struct {
+        CZxISControl* control;
+        int id;
+        const wchar_t* name;
+        double value;
+        const wchar_t* shown;
+    } cases[] = {{&e, IDC_FREE_EXPOSURE, L"Exposure", 5.0, L"5 ms"},
+                 {&t, IDC_FREE_TEMPERATURE, L"Temperature", 15.0, L"15.0"}};
+    for (const auto& k : cases) {
+        k.control->Reinit();
+        k.control->UpdateFromGeneric();
+        const std::wstring before = Text(dlg.Item(k.id));
+        dlg.Command(k.id, CBN_DROPDOWN);
+        SetValue(cam, k.name, k.value);
+        EXPECT_EQ(k.control->UpdateFromGeneric(), -10) << k.name;
+        EXPECT_NE(Text(dlg.Item(k.id)), k.shown) << k.name;
+        dlg.Command(k.id, CBN_CLOSEUP);
+        EXPECT_EQ(Text(dlg.Item(k.id)), k.shown) << k.name;
+        EXPECT_EQ(k.control->UpdateFromGeneric(), 0) << k.name;
+        (void)before;
+    }
+}
+
+TEST(FreeExposure, TheKeyboardHookLivesWhileAnyControlIsAttached)
+{
+    TestDialog dlg(IDD_FREE_TEST);
+    Exposure a(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false),
+        b(L"CaptureMaxExposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE2, 1, kPrivate, false);
+    EXPECT_EQ(Exposure::m_KeyboardHook, nullptr);
+    dlg.Attach(a);
+    void* hook = Exposure::m_KeyboardHook;
+    ASSERT_NE(hook, nullptr);
+    dlg.Attach(b);
+    EXPECT_EQ(Exposure::m_KeyboardHook, hook);
+    EXPECT_EQ(Exposure::m_ControlList->GetSize(), 2);
+    a.Detach();
+    EXPECT_EQ(Exposure::m_KeyboardHook, hook);
+    b.Detach();
+    EXPECT_EQ(Exposure::m_KeyboardHook, nullptr);
+    EXPECT_EQ(Exposure::m_ControlList->GetSize(), 0);
+    EXPECT_FALSE(UnhookWindowsHookEx(static_cast<HHOOK>(hook))) << "already removed";
+}
+
+TEST(FreeExposure, AClickOpensTheListWithTheCurrentValueInItsMiddle)
+{
+    TestDialog dlg(IDD_FREE_TEST);
+    RedefinedCamera cam;
+    CZxVariant many = CZxVariant::MakeArray();
+    for (int ms = 1; ms <= 80; ++ms) {
+        CZxVariant p;
+        p[L"m_dValue"] = double(ms);
+        p[L"m_wstrText"] = ZX_ExposureToText(ms, -1.0);
+        many.Add(p);
+    }
+    cam.members[L"Exposure"][L"m_List"] = many;
+    cam.members[L"Exposure"][L"m_dMax"] = 80.0;
+    Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
+    e.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
+    e.Reinit();
+    SetValue(cam, L"Exposure", 50.0);
+    e.UpdateFromGeneric();
+    HWND combo = dlg.Item(IDC_FREE_EXPOSURE);
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof(info);
+    ASSERT_TRUE(GetComboBoxInfo(combo, &info));
+
+    SendMessageW(combo, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+    EXPECT_TRUE(SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0));
+    EXPECT_TRUE(e.IsDroppedDown());
+    EXPECT_EQ(Selection(combo), 49);
+    RECT list;
+    GetWindowRect(info.hwndList, &list);
+    EXPECT_GT(list.bottom - list.top, 300) << "the combo was made 400 pixels high";
+    const int visible = 400 / static_cast<int>(SendMessageW(combo, CB_GETITEMHEIGHT, 0, 0));
+    ASSERT_LT(visible, 80);
+    EXPECT_EQ(SendMessageW(combo, CB_GETTOPINDEX, 0, 0), 49 - (visible - 1) / 2);
+    SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
+    EXPECT_FALSE(e.IsDroppedDown());
+}
+
+TEST(FreeExposure, AModeLockKeepsTheBaseModeAndDetachRestoresTheCombo)
+{
+    TestDialog dlg(IDD_FREE_TEST);
+    Exposure locked(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, true),
+        free(L"CaptureMaxExposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE2, 1, kPrivate, false);
+    HWND combo = dlg.Item(IDC_FREE_EXPOSURE);
+    const LONG_PTR proc = GetWindowLongPtrW(combo, GWLP_WNDPROC);
+    dlg.Attach(locked);
+    dlg.Attach(free);
+    EXPECT_NE(GetWindowLongPtrW(combo, GWLP_WNDPROC), proc);
+    dlg.List().ChangeModeMany(ZX_MODE_QUALITY, ~0u);
+    EXPECT_EQ(locked.GetMode(), uint32_t(ZX_MODE_FAST));
+    EXPECT_EQ(locked.GetOwnMode(), uint32_t(ZX_MODE_QUALITY));
+    EXPECT_EQ(free.GetMode(), uint32_t(ZX_MODE_QUALITY));
+    locked.Detach();
+    EXPECT_EQ(GetWindowLongPtrW(combo, GWLP_WNDPROC), proc);
+    EXPECT_FALSE(locked.IsEnabled());
+}
+
+TEST(TemperatureCaution, TheLibraryCarriesTheTemplateByNameWithItsTexts)
+{
+    HMODULE library = GetModuleHandleW(L"zxgrabbersupport.dll");
+    ASSERT_TRUE(library);
+    HWND dlg = CreateDialogParamW(library, L"TEMPERATURE", nullptr, [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
+    ASSERT_TRUE(dlg);
+    const struct {
+        int id;
+        const wchar_t* text;
+    } items[] = {{0, L"Caution"},
+                 {1201, L"Do you want to enable -10\u00b0 camera cooling? At this setting, condensation can occur in "
+                        L"areas with relative humidity greater than 60%"},
+                 {2201, L"Do not show the message again"},
+                 {6, L"Yes"},
+                 {7, L"No"}};
+    for (const auto& k : items) {
+        wchar_t buf[256] = {};
+        GetWindowTextW(k.id ? GetDlgItem(dlg, k.id) : dlg, buf, 256);
+        EXPECT_STREQ(buf, k.text) << k.id;
+    }
+    EXPECT_TRUE(GetDlgItem(dlg, 1401));
+    EXPECT_EQ(GetWindowLongPtrW(GetDlgItem(dlg, 6), GWL_STYLE) & 0xF, BS_DEFPUSHBUTTON);
+    EXPECT_EQ(GetWindowLongPtrW(GetDlgItem(dlg, 2201), GWL_STYLE) & 0xF, BS_AUTOCHECKBOX);
+    DestroyWindow(dlg);
+}
