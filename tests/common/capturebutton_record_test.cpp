@@ -5,6 +5,7 @@
 
 #include "zx/capturebutton.h"
 #include "zx/status.h"
+#include "record_compare.h"
 #include "zx_test.h"
 #include "zxhost/litevariant.h"
 
@@ -15,17 +16,6 @@ std::vector<uint8_t> Saved(const SZxCaptureButtonSetup_Param& p)
     CZxLiteVariantW w;
     EXPECT_EQ(SZxCaptureButtonSetup_Param::SaveToLiteVariant(p, w), ZX_OK);
     return w.GetBytes();
-}
-
-bool SameRecord(const SZxCaptureButtonSetup_Param& a, const SZxCaptureButtonSetup_Param& b)
-{
-    return a.m_iPerformCapture == b.m_iPerformCapture && a.m_bUseSpecifiedCamera == b.m_bUseSpecifiedCamera &&
-           std::wstring(a.m_wszSpecifiedCamera) == b.m_wszSpecifiedCamera &&
-           a.m_bUseSpecifiedOC == b.m_bUseSpecifiedOC &&
-           std::wstring(a.m_wszSpecifiedOC_Camera1) == b.m_wszSpecifiedOC_Camera1 &&
-           std::wstring(a.m_wszSpecifiedOC_Camera2) == b.m_wszSpecifiedOC_Camera2 &&
-           a.m_bRestoreDeviceAfterCapture == b.m_bRestoreDeviceAfterCapture &&
-           a.m_bConfirmationSound == b.m_bConfirmationSound;
 }
 
 } // namespace

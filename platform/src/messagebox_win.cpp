@@ -1,0 +1,8 @@
+#include <windows.h>
+
+#include "zxhost/export.h"
+
+int ZxShowSystemMessageBox(ZxHWnd parent, const wchar_t* text, const wchar_t* title, unsigned flags)
+{
+    return MessageBoxW(reinterpret_cast<HWND>(parent), text, title, flags);
+}

@@ -1,0 +1,110 @@
+#include "zx_modal.h"
+
+#include <gtest/gtest.h>
+
+#include "zxhost/messagebox.h"
+
+namespace zxtest {
+namespace {
+
+const std::function<void(HWND)>* g_script = nullptr;
+bool g_ran = false;
+UINT_PTR g_timer = 0;
+
+HWND ActiveDialog()
+{
+    HWND found = nullptr;
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND w, LPARAM out) -> BOOL {
+            wchar_t cls[16] = {};
+            GetClassNameW(w, cls, 16);
+            if (IsWindowVisible(w) && IsWindowEnabled(w) && std::wstring(cls) == L"#32770") {
+                *reinterpret_cast<HWND*>(out) = w;
+                return FALSE;
+            }
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+void CALLBACK OnTimer(HWND, UINT, UINT_PTR id, DWORD)
+{
+    HWND dlg = ActiveDialog();
+    if (!dlg || !g_script)
+        return;   // not up yet: the timer fires again
+    KillTimer(nullptr, id);
+    g_timer = 0;
+    g_ran = true;
+    (*g_script)(dlg);
+    if (IsWindow(dlg) && IsWindowVisible(dlg)) {
+        ADD_FAILURE() << "the script left the dialog open";
+        PostMessageW(dlg, WM_COMMAND, IDCANCEL, 0);
+    }
+}
+
+struct Box {
+    int count = 0;
+    std::wstring text, title;
+    unsigned flags = 0;
+} g_box;
+
+int RecordBox(ZxHWnd, const wchar_t* text, const wchar_t* title, unsigned flags)
+{
+    ++g_box.count;
+    g_box.text = text;
+    g_box.title = title;
+    g_box.flags = flags;
+    return IDOK;
+}
+
+} // namespace
+
+int DriveModal(const std::function<int()>& open, const std::function<void(HWND)>& script, bool* scriptRan)
+{
+    g_script = &script;
+    g_ran = false;
+    g_timer = SetTimer(nullptr, 0, 20, &OnTimer);
+    const int result = open();
+    if (g_timer)
+        KillTimer(nullptr, g_timer);
+    g_timer = 0;
+    g_script = nullptr;
+    if (scriptRan)
+        *scriptRan = g_ran;
+    MSG msg;
+    while (PeekMessageW(&msg, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE)) {
+    }
+    return result;
+}
+
+void ClickButton(HWND dlg, int id) { SendMessageW(GetDlgItem(dlg, id), BM_CLICK, 0, 0); }
+
+void SelectCombo(HWND dlg, int id, int index)
+{
+    HWND combo = GetDlgItem(dlg, id);
+    SendMessageW(combo, CB_SETCURSEL, WPARAM(index), 0);
+    SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
+}
+
+std::wstring ItemText(HWND dlg, int id)
+{
+    HWND w = id ? GetDlgItem(dlg, id) : dlg;
+    std::wstring s(size_t(GetWindowTextLengthW(w)) + 1, L'\0');
+    s.resize(size_t(GetWindowTextW(w, &s[0], int(s.size()))));
+    return s;
+}
+
+MessageBoxCapture::MessageBoxCapture()
+{
+    g_box = Box();
+    ZX_SetMessageBoxHook(&RecordBox);
+}
+MessageBoxCapture::~MessageBoxCapture() { ZX_SetMessageBoxHook(nullptr); }
+int MessageBoxCapture::Count() const { return g_box.count; }
+std::wstring MessageBoxCapture::LastText() const { return g_box.text; }
+std::wstring MessageBoxCapture::LastTitle() const { return g_box.title; }
+unsigned MessageBoxCapture::LastFlags() const { return g_box.flags; }
+
+} // namespace zxtest
