@@ -30,5 +30,10 @@ if(WIN32)
     --library $<TARGET_FILE:zxgrabbersupport> --macro ZX_API
     --macro-header ${PROJECT_SOURCE_DIR}/include/zx/export.h --headers ${PROJECT_SOURCE_DIR}/tools/package/probe)
   set_tests_properties(package_exports_probe PROPERTIES
-    PASS_REGULAR_EXPRESSION "4 names declared exported.*not exported: exports_probe.h: CZxExportProbe::CZxExportProbe\\(\\)\nnot exported: exports_probe.h: CZxExportProbe::Missing\\(\\?, \\?\\)\nnot exported: exports_probe.h: ZX_ComputeHistogramAE\\(SZxAEHistogram, CZxHistoDraw, SZxGrabberProbe\\)\n$")
+    PASS_REGULAR_EXPRESSION "4 names declared exported.*\
+not exported: exports_probe.h: CZxExportProbe::CZxExportProbe\\(\\)\n\
+not exported: exports_probe.h: CZxExportProbe::Missing\\(\\?, \\?\\)\n\
+not exported: exports_probe.h: ZX_ComputeHistogramAE\\(SZxAEHistogram, CZxHistoDraw, SZxGrabberProbe\\)\n\
+no ZX_API: exports_probe.h: CZxUnmarkedProbe::Run\\(\\)\n\
+no ZX_API: exports_probe.h: ZX_UnmarkedProbe\\(\\?\\)\n$")
 endif()

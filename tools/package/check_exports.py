@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Fails when a public header declares an exported name its DLL does not export.
+"""Fails when a public header declares an exported name its DLL does not export,
+or declares a function the DLL must export without the export macro.
 
 What counts as declared exported (read after the target compiler's
 preprocessor, so the headers' own conditionals and macros are honoured):
@@ -13,6 +14,9 @@ preprocessor, so the headers' own conditionals and macros are honoured):
 A function is matched by name, parameter count and the library types (C/S/E/I/R
 + Zx names) its parameters name, so a missing overload is caught; other types
 (built-in, aliases, the standard library's) match any spelling.
+The same declarations without the macro (in a class without it, or a
+non-inline function at namespace scope) are reported unless the DLL exports
+them anyway: a driver could not link them.
 The DLL's exports are read with objdump -p and demangled with c++filt.
 """
 import argparse
@@ -161,6 +165,7 @@ class HeaderScan:
     def __init__(self, aliases):
         self.aliases = aliases
         self.required = {}   # (qualified name, signature or None) -> header
+        self.unmarked = {}   # the same, for declarations the DLL must export but that lack the macro
         self.defined = set()  # members the headers define out of class
 
     def scan(self, header, toks):
@@ -229,33 +234,36 @@ class HeaderScan:
     def qualify(self, scopes, name):
         return '::'.join([s[1] for s in scopes if s[1]] + [name])
 
-    def require(self, header, scopes, stmt):
+    def require(self, target, header, scopes, stmt):
         decl = function_decl(stmt)
         if decl:
             name, params, close = decl
             if stmt[close + 1:][-2:] in (['=', '0'], ['=', 'delete'], ['=', 'default']):
                 return
-            self.required[(self.qualify(scopes, name), self.signature(params))] = header
+            target[(self.qualify(scopes, name), self.signature(params))] = header
         else:
             names = [t for t in stmt if IDENT.match(t)]
             if names:
-                self.required[(self.qualify(scopes, names[-1]), None)] = header
+                target[(self.qualify(scopes, names[-1]), None)] = header
 
     def statement(self, header, stmt, scopes):
         if not stmt or stmt[0] in ('typedef', 'using', 'friend', 'template', 'static_assert'):
             return
         kind, _, exported, access = scopes[-1]
-        if kind == 'namespace':
-            if MARK in stmt and stmt[0] not in ('class', 'struct', 'union', 'enum'):
-                self.require(header, scopes, strip_mark(stmt))
-            return
-        if kind != 'class' or access == 'private' or not all(s[2] for s in scopes if s[0] == 'class'):
-            return
         s = strip_mark(stmt)
-        if 'inline' in s or 'constexpr' in s:
+        if kind == 'namespace':
+            if stmt[0] in ('class', 'struct', 'union', 'enum'):
+                return
+            if MARK in stmt:
+                self.require(self.required, header, scopes, s)
+            elif function_decl(s) and not {'inline', 'constexpr', 'static'} & set(s):
+                self.require(self.unmarked, header, scopes, s)
+            return
+        if kind != 'class' or access == 'private' or 'inline' in s or 'constexpr' in s:
             return
         if function_decl(s) or ('static' in s and '=' not in s and '{}' not in s):
-            self.require(header, scopes, s)
+            marked = all(sc[2] for sc in scopes if sc[0] == 'class')
+            self.require(self.required if marked else self.unmarked, header, scopes, s)
 
     def body(self, stmt, scopes):
         decl = function_decl(strip_mark(stmt))
@@ -343,13 +351,17 @@ def main():
         scan.scan(h, toks)
     exports = exported_names(args.objdump, args.cxxfilt, args.library)
 
-    missing = []
-    for (name, sig), header in sorted(scan.required.items(), key=lambda kv: (kv[1], kv[0][0], str(kv[0][1]))):
+    def exported(name, sig):
         found = exports.get(name, set())
-        if (name, sig) in scan.defined or None in found or any(matches(sig, f) for f in found):
-            continue
-        what = '' if sig is None else '(%s)' % ', '.join(sig)
-        missing.append('%s: %s%s' % (os.path.basename(header), name, what))
+        return (name, sig) in scan.defined or None in found or any(matches(sig, f) for f in found)
+
+    def describe(header, name, sig):
+        return '%s: %s%s' % (os.path.basename(header), name, '' if sig is None else '(%s)' % ', '.join(sig))
+
+    order = lambda kv: (kv[1], kv[0][0], str(kv[0][1]))
+    missing = [describe(h, n, s) for (n, s), h in sorted(scan.required.items(), key=order) if not exported(n, s)]
+    # Declared without the macro, defined nowhere in the header and not exported: a driver cannot link it.
+    unmarked = [describe(h, n, s) for (n, s), h in sorted(scan.unmarked.items(), key=order) if not exported(n, s)]
     print('%s: %d names declared exported in %d header(s); %d names exported by the library' %
           (os.path.basename(args.library), len(scan.required), len(headers), len(exports)))
     if args.list:
@@ -357,9 +369,11 @@ def main():
             print('  %s %s%s' % (os.path.basename(header), name, '' if sig is None else '(%s)' % ', '.join(sig)))
     for m in missing:
         print('not exported: ' + m)
+    for m in unmarked:
+        print('no %s: %s' % (args.macro, m))
     if not scan.required:
         print('no declaration carries %s: the headers were not read as expected' % args.macro)
-    return 1 if missing or not scan.required else 0
+    return 1 if missing or unmarked or not scan.required else 0
 
 
 if __name__ == '__main__':

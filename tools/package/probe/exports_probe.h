@@ -1,5 +1,5 @@
-// Declarations the library does not export, beside one it does: the export
-// check must name exactly the missing ones.
+// Declarations the library does not export, beside ones it does: the export
+// check must name exactly the missing ones and the ones without the macro.
 #pragma once
 #include "zx/export.h"
 #include "zx/histogram.h"
@@ -18,3 +18,13 @@ private:
 ZX_API void ZX_ComputeHistogramAE(SZxAEHistogram* hist, SZxPicBuf* picBuf, SZxGrabberProbe* probe);
 class CZxHistoDraw;
 ZX_API void ZX_ComputeHistogramAE(SZxAEHistogram* hist, CZxHistoDraw* draw, SZxGrabberProbe* probe);
+
+// Without the macro: reported unless the library exports the name anyway.
+class CZxUnmarkedProbe {
+public:
+    void Run();
+    int Inline() const { return 0; }
+};
+void ZX_UnmarkedProbe(int level);
+int ZX_SetKernelLevel(int level);
+inline void ZX_InlineProbe() {}
