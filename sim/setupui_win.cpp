@@ -1,0 +1,287 @@
+// The reference driver's setup dialog. A driver writer starts here: derive from
+// CZxGrabberUI_Base, create the dialog in DoInputSetup, hand every message to
+// IS_Message first, bind one control per property in WM_INITDIALOG, and feed
+// the live histogram from the acquisition thread with OnNewHisto.
+#include "zxsim/setupui.h"
+
+#include "zx/histogram.h"
+#include "zx/inputform.h"
+#include "zx/iscontrols_command.h"
+
+namespace {
+const UINT_PTR kPollTimer = 1;
+// Group masks: controls the user edits (their enabled state follows the
+// property's), controls the dialog's timer polls (an asynchronous command's
+// progress, a value that follows others), and command buttons.
+const uint32_t kGroupValues = 1;
+const uint32_t kGroupPolled = 2;
+const uint32_t kGroupCommands = 4;
+const uint32_t kAll = 0xFFFFFFFFu;
+// The set in use: controls follow the camera's fast/quality switch.
+const uint32_t kModeInUse = 0;
+} // namespace
+
+// ---- The camera as the driver presents it --------------------------------------------
+
+CZxSimDriverCamera::CZxSimDriverCamera()
+{
+    SZxGrabberCameraDesc colour = DefaultCamera();
+    colour.m_bMono = false;
+    ZX_CopyBoundedW(colour.m_wszName, 64, L"SIM-C2048-0001");
+    ZX_CopyBoundedW(colour.m_wszDisplayName, 64, L"Sim C2048");
+    SetCamera(colour);
+    // A specimen that fills the histogram at the default 20 ms, with a colour cast.
+    Sensor().SetSceneBrightness(0.15 / 20.0);   // live view bins 2 x 2: four sites per pixel
+    Sensor().SetResponse(1.0, 0.8, 0.55);
+}
+
+int CZxSimDriverCamera::InputSetupModelessHide()
+{
+    CZxSimCamera::InputSetupModelessHide();
+    return m_pUI ? m_pUI->InputSetupModelessHide() : 0;
+}
+
+// ---- Opening the dialog -------------------------------------------------------------------
+
+CZxSimSetupUI::CZxSimSetupUI(CZxSimDriverCamera& camera) : m_camera(camera)
+{
+    m_camera.m_pUI = this;
+    // Auto exposure: one camera mode, exposure only, aiming the brightest
+    // pixels at 85 % of full scale.
+    m_ae.m_quantil = SZxAEQuantil{true, 1.0, 0};
+    m_ae.m_setting1 = SZxAESetting{4.0, 1000.0, 1.0, 1.0, 0.5, 0.85, 0.9};
+    m_ae.m_setting2 = SZxAESetting{4.0, 4000.0, 1.0, 1.0, 0.5, 0.85, 0.9};
+    SZxAECameraDesc& d = m_ae.m_cameraDesc[0];
+    d.m_dMaxComplGain = 1.0;
+    d.m_dMaxWhiteBalanceGain = 1.0;
+    d.m_dMaxFactor = 16.0;
+    d.m_dMaxHardWhiteGain = 1.0;
+    d.m_dMinExposure = 0.05;
+    d.m_dMaxExposure = 10000.0;
+    d.m_dExposureKnee = 10000.0;
+    d.m_dExposureStep = 0.05;
+    d.m_dMinLevel = 0.0;
+    d.m_dMaxLevel = 1.0;
+    d.m_dSensitivity = 1.0;
+    d.m_dUpperGain = 16.0;
+    d.m_dLowerGain = 1.0;
+    m_ae.m_uiCameraDescCount = 1;
+}
+
+CZxSimSetupUI::~CZxSimSetupUI()
+{
+    StopAcquisition();
+    if (m_hDlg)
+        DestroyWindow(m_hDlg);
+    m_camera.m_pUI = nullptr;
+}
+
+int32_t CZxSimSetupUI::DoInputSetup(bool modal, ZxHWnd parent)
+{
+    HWND owner = reinterpret_cast<HWND>(parent);
+    if (modal)
+        return int32_t(DialogBoxParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &DialogProc, LPARAM(this)));
+    HWND dlg = CreateDialogParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &DialogProc, LPARAM(this));
+    if (!dlg)
+        return -11;
+    ShowWindow(dlg, SW_SHOW);
+    return 0;
+}
+
+// ---- The dialog -------------------------------------------------------------------------
+
+void CZxSimSetupUI::OnInitDialog(HWND hwnd)
+{
+    // The host's own items first: IS_InitDialog checks the fast/quality box.
+    IS_CheckFQSync(IDC_ZX_FQSYNC);
+    IS_Help(IDC_ZX_HELP, L"Simulated camera setup");
+    IS_InitDialog(hwnd, nullptr, nullptr);
+    RECT area;
+    GetWindowRect(GetDlgItem(hwnd, IDC_ZX_HISTO_AREA), &area);
+    MapWindowPoints(nullptr, hwnd, reinterpret_cast<POINT*>(&area), 2);
+    IS_Histo(area.left, area.top, area.bottom - area.top - 20, IDC_ZX_HISTO_VIEW, IDC_ZX_RANGE_RED,
+             IDC_ZX_RANGE_GREEN, IDC_ZX_RANGE_BLUE);
+    IS_CommandX(IDC_ZX_COMMANDMENU, 1 | 2 | 8);   // fast/quality copy, defaults, named settings
+
+    // One control per camera item, each bound by name.
+    auto add = [&](CZxISControl* control, int labelId) {
+        m_items.emplace_back(control);
+        control->Attach(reinterpret_cast<ZxHWnd>(hwnd), m_pProvider, &m_controls);
+        CZxStringW label;
+        if (labelId && control->_GetPropertyText(label) == 0)
+            SetDlgItemTextW(hwnd, labelId, (label.Std() + L":").c_str());
+    };
+    add(new CZxISControlStatic(L"FrameRate", kModeInUse, IDC_ZX_INFO, kGroupPolled, L"%.1lf frames/s"),
+        IDC_ZX_LBL_INFO);
+    add(new CZxISControlPushCommand(L"Snap", IDC_ZX_COMMAND1, kGroupCommands), 0);
+    // The asynchronous command's button turns into "Cancel" while it runs.
+    SZxGrabberCommandDesc01 calibrate;
+    if (m_camera.CommandGetDesc_WRP(L"Calibrate", calibrate) == 0)
+        SetDlgItemTextW(hwnd, IDC_ZX_COMMAND2, calibrate.m_wstrText.GetString());
+    add(new CZxISControlPushCommandAsync(L"Calibrate", IDC_ZX_COMMAND2, kGroupCommands | kGroupPolled, nullptr,
+                                         false),
+        0);
+
+    // Items of the template this driver does not use.
+    for (int id : {IDC_ZX_LBL_EXPOSURE, IDC_ZX_EXPOSURE, IDC_ZX_AUTO, IDC_ZX_LBL_GAIN, IDC_ZX_GAIN,
+                   IDC_ZX_GAIN_TEXT, IDC_ZX_LBL_OFFSET, IDC_ZX_OFFSET_EDIT, IDC_ZX_OFFSET_SPIN, IDC_ZX_LBL_FORMAT,
+                   IDC_ZX_FORMAT, IDC_ZX_LBL_BINNING, IDC_ZX_BINNING, IDC_ZX_LBL_CHOICE, IDC_ZX_CHOICE1,
+                   IDC_ZX_CHOICE2, IDC_ZX_CHOICE3, IDC_ZX_COMMAND_STATUS})
+        if (!m_controls._FindControl(reinterpret_cast<ZxHWnd>(GetDlgItem(hwnd, id)), kAll))
+            ShowWindow(GetDlgItem(hwnd, id), SW_HIDE);
+
+    m_controls.ReinitMany(kAll);
+    m_controls.UpdateFromGenericMany(kAll);
+    m_controls.UpdateStateMany(kGroupValues);
+    SetWindowTextW(hwnd, (m_camera.GrabberDriverNameLocalisedGet().Std() + L" - Input Setup").c_str());
+    SetTimer(hwnd, kPollTimer, 200, nullptr);
+}
+
+void CZxSimSetupUI::OnDestroy()
+{
+    KillTimer(m_hDlg, kPollTimer);
+    m_controls.DetachMany(kAll);
+    m_controls.Clear();
+    m_items.clear();
+}
+
+INT_PTR CALLBACK CZxSimSetupUI::DialogProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    if (msg == WM_INITDIALOG) {
+        SetWindowLongPtrW(hwnd, DWLP_USER, lParam);
+        reinterpret_cast<CZxSimSetupUI*>(lParam)->OnInitDialog(hwnd);
+        return TRUE;
+    }
+    auto* self = reinterpret_cast<CZxSimSetupUI*>(GetWindowLongPtrW(hwnd, DWLP_USER));
+    if (!self)
+        return FALSE;
+
+    // Keep the controls in step with the camera before the host passes the
+    // change on (it may report the message handled).
+    CZxISControlList& controls = self->m_controls;
+    switch (msg) {
+    case WM_IS_FORMATCHANGED:   // a format change, or Cancel's restore: everything may differ
+        controls.ReinitMany(kAll);
+        controls.UpdateFromGenericMany(kAll);
+        controls.UpdateStateMany(kGroupValues);
+        break;
+    case WM_IS_STATECHANGE:
+        if (lParam)
+            controls.UpdateWithStateChangeInfo(*reinterpret_cast<const SZxStateChangeInfo*>(lParam));
+        break;
+    case WM_IS_PROPERTYCHANGED:   // states follow switches such as auto exposure
+        controls.UpdateStateMany(kGroupValues);
+        controls.UpdateFromGenericMany(kGroupPolled);
+        break;
+    case WM_IS_REFRESH:
+        controls.UpdateFromGenericMany(kAll);
+        controls.UpdateStateMany(kGroupValues);
+        break;
+    case WM_TIMER:
+        if (wParam == kPollTimer) {
+            controls.UpdateChangingPropsOnTimer();
+            controls.UpdateFromGenericMany(kGroupPolled);
+        }
+        break;
+    case WM_DESTROY:
+        self->OnDestroy();
+        break;
+    default:
+        break;
+    }
+
+    INT_PTR result = 0;
+    if (self->IS_Message(hwnd, msg, wParam, lParam, &result, nullptr)) {
+        // Colour messages answer with the brush itself; the rest through DWLP_MSGRESULT.
+        if (msg == WM_CTLCOLORSTATIC)
+            return result;
+        SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, result);
+        return TRUE;
+    }
+    if (msg == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL)) {
+        // The host has restored the settings of a cancelled modal dialog already.
+        if (self->IS_IsModal())
+            EndDialog(hwnd, LOWORD(wParam));
+        else
+            self->InputSetupModelessHide();
+        return TRUE;
+    }
+    return FALSE;
+}
+
+// ---- Acquisition ---------------------------------------------------------------------------
+
+void CZxSimSetupUI::StartAcquisition(int periodMs)
+{
+    if (m_thread.joinable())
+        return;
+    m_stop = false;
+    m_thread = std::thread([this, periodMs] { Acquire(periodMs); });
+}
+
+void CZxSimSetupUI::StopAcquisition()
+{
+    m_stop = true;
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+void CZxSimSetupUI::Acquire(int periodMs)
+{
+    std::unique_ptr<SZxAEHistogram> hist;
+    std::vector<uint32_t> combined;
+    while (!m_stop) {
+        std::unique_ptr<CZxGrabberSample01> frame(m_camera.Snap());
+        uint32_t w = 0, h = 0, bits = 0, comp = 0;
+        frame->GetPicBufNumbers(&w, &h, &bits, &comp);
+        const bool colour = comp == 3;
+        if (!hist || hist->iMaxBits != int(bits) || hist->bHasColor != colour)
+            hist = std::make_unique<SZxAEHistogram>(int(bits), !colour, colour);
+        // Statistics over the specimen, whose brightness the user adjusts for.
+        SZxGrabberProbe probe = SZxGrabberProbe::Circle(w / 2, h / 2, h * 27 / 100);
+        ZX_ComputeHistogramAE(hist.get(), frame.get(), &probe);
+
+        // The display model takes the combined counts and the components in
+        // memory order: blue, green, red.
+        const size_t levels = size_t(1) << bits;
+        SZxHisto display;
+        display.uiBits = bits;
+        if (colour) {
+            combined.assign(levels, 0);
+            for (int c = 1; c <= 3; ++c)
+                for (size_t i = 0; i < levels; ++i)
+                    combined[i] += hist->pdwHisto[c][i];
+            display.pdwHisto = combined.data();
+            display.uiComp = 3;
+            display.pdwCompHisto[0] = hist->pdwHisto[3];
+            display.pdwCompHisto[1] = hist->pdwHisto[2];
+            display.pdwCompHisto[2] = hist->pdwHisto[1];
+        } else {
+            display.pdwHisto = hist->pdwHisto[0];
+        }
+        OnNewHisto(display, colour ? uint32_t(CZxHistoDraw::PIXELKIND_RGB) : 0u);
+        ++m_frames;
+        AutoExpose(*hist);
+        Sleep(DWORD(periodMs));
+    }
+}
+
+void CZxSimSetupUI::AutoExpose(const SZxAEHistogram& hist)
+{
+    SZxGrabberPropertyValue on(L"AutoExposure"), exposure(L"Exposure"), gain(L"Gain");
+    if (m_camera.PropGetSingle_WRP(kModeInUse, on) != 0 || !on.m_varValue.GetBool())
+        return;
+    if (m_camera.PropGetSingle_WRP(kModeInUse, exposure) != 0 || m_camera.PropGetSingle_WRP(kModeInUse, gain) != 0)
+        return;
+    SZxAEFrameDesc frame;
+    frame.m_dExposure = exposure.m_varValue.GetDouble();
+    frame.m_dFactor = gain.m_varValue.GetDouble();
+    m_ae.ComputeAE(true, ZX_AE_EXPOSURE, frame, hist);
+    // Small corrections are noise; writing them would only flicker the control.
+    const double old = exposure.m_varValue.GetDouble();
+    if (frame.m_dExposure > 0.0 && (frame.m_dExposure > old * 1.02 || frame.m_dExposure < old * 0.98)) {
+        CZxVector_SZxGrabberPropertyValue values(128);
+        values.Add(SZxGrabberPropertyValue(L"Exposure", CZxVariant(frame.m_dExposure)));
+        m_camera.PropSet_WRP(kModeInUse, values, nullptr, false);
+    }
+}

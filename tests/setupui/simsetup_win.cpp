@@ -1,0 +1,124 @@
+// The reference driver's setup dialog on the simulated camera: Cancel of a
+// modal dialog, and the live histogram and auto exposure of its acquisition.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "zx/inputform.h"
+#include "zxsim/setupui.h"
+
+namespace {
+
+int32_t Application(IZxGrabberUI::EZxEvent event, ZxHWnd, int64_t, void*)
+{
+    return event == IZxGrabberUI::evMessage ? 1 : 0;
+}
+
+std::wstring Text(HWND dlg, int id)
+{
+    wchar_t text[128] = {};
+    GetDlgItemTextW(dlg, id, text, 128);
+    return text;
+}
+
+void SetDouble(CZxGenProvider_Low& camera, const wchar_t* name, double value)
+{
+    CZxVector_SZxGrabberPropertyValue values(128);
+    values.Add(SZxGrabberPropertyValue(name, CZxVariant(value)));
+    camera.PropSet_WRP(0, values, nullptr, false);
+}
+
+double GetDouble(CZxGenProvider_Low& camera, const wchar_t* name)
+{
+    SZxGrabberPropertyValue v(name);
+    camera.PropGetSingle_WRP(0, v);
+    return v.m_varValue.GetDouble();
+}
+
+// Runs `step` inside the next modal loop of this thread.
+std::function<void()> g_step;
+void RunInModalLoop(std::function<void()> step)
+{
+    g_step = std::move(step);
+    SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR id, DWORD) {
+        KillTimer(nullptr, id);
+        auto step = std::move(g_step);
+        step();
+    });
+}
+
+// Pumps until `done` or about five seconds.
+bool PumpUntil(const std::function<bool()>& done)
+{
+    for (int i = 0; i < 500; ++i) {
+        MSG m;
+        while (PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&m);
+            DispatchMessageW(&m);
+        }
+        if (done())
+            return true;
+        Sleep(10);
+    }
+    return false;
+}
+
+class ReferenceDriver : public ::testing::Test {
+protected:
+    void SetUp() override { ui.Init(&camera, &Application); }
+    CZxSimDriverCamera camera;
+    CZxSimSetupUI ui{camera};
+};
+
+TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
+{
+    SZxGrabberCameraSettings before, after;
+    camera.CameraSettingsGet_UNI_WRP(before, ZX_SETTINGS_ALL, true);
+    std::wstring changedRate, restoredRate;
+    RunInModalLoop([&] {
+        HWND dlg = ui.GetHDlg();
+        SetDouble(camera, L"Exposure", 100.0);
+        SetDouble(camera, L"Gain", 4.0);
+        SendMessageW(dlg, WM_IS_REFRESH, WPARAM(-1), 0);
+        changedRate = Text(dlg, IDC_ZX_INFO);
+        SendMessageW(dlg, WM_COMMAND, IDCANCEL, LPARAM(GetDlgItem(dlg, IDCANCEL)));
+        // Ended, not yet destroyed: the controls show what Cancel restored.
+        restoredRate = Text(dlg, IDC_ZX_INFO);
+    });
+    EXPECT_EQ(ui.InputSetup(nullptr), IDCANCEL);
+    EXPECT_EQ(changedRate, L"10.0 frames/s");
+    EXPECT_EQ(restoredRate, L"30.0 frames/s");
+    camera.CameraSettingsGet_UNI_WRP(after, ZX_SETTINGS_ALL, true);
+    EXPECT_TRUE(after.m_vecPropFast == before.m_vecPropFast);
+    EXPECT_TRUE(after.m_vecPropQuality == before.m_vecPropQuality);
+}
+
+TEST_F(ReferenceDriver, LiveHistogramFollowsTheExposureAndAutoExposureCorrectsIt)
+{
+    ASSERT_EQ(ui.InputSetupModelessShow(nullptr), 0);
+    HWND dlg = ui.GetHDlg();
+    ASSERT_TRUE(dlg);
+    ui.StartAcquisition(10);
+    ASSERT_TRUE(PumpUntil([&] { return !Text(dlg, IDC_ZX_RANGE_RED).empty(); }));
+    const std::wstring atDefault = Text(dlg, IDC_ZX_RANGE_RED);
+    SetDouble(camera, L"Exposure", 5.0);
+    EXPECT_TRUE(PumpUntil([&] { return Text(dlg, IDC_ZX_RANGE_RED) != atDefault; })) << "range stays " << atDefault.c_str();
+
+    // Over-exposed with auto exposure on: the driver brings the exposure down.
+    SetDouble(camera, L"Exposure", 200.0);
+    CZxVector_SZxGrabberPropertyValue on(128);
+    on.Add(SZxGrabberPropertyValue(L"AutoExposure", CZxVariant(true)));
+    camera.PropSet_WRP(0, on, nullptr, false);
+    EXPECT_TRUE(PumpUntil([&] { return GetDouble(camera, L"Exposure") < 100.0; }))
+        << GetDouble(camera, L"Exposure");
+    ui.StopAcquisition();
+    // The modeless dialog's OK goes through the provider back to the driver, which closes it.
+    SendMessageW(dlg, WM_COMMAND, IDOK, LPARAM(GetDlgItem(dlg, IDOK)));
+    EXPECT_FALSE(IsWindow(dlg));
+    EXPECT_EQ(ui.GetHDlg(), nullptr);
+}
+
+} // namespace
