@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <immintrin.h>
+#include <new>
 #include <type_traits>
 
 #include "imaging/pixel_kernels.h"

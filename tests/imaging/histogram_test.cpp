@@ -104,6 +104,7 @@ TEST(Histogram, MatchesPerPixelReferenceOnRandomFrames)
         {29, 19, 8, 8, 3, 8}, {31, 13, 10, 10, 3, 12}, {18, 27, 12, 12, 3, 12}, {21, 22, 16, 16, 3, 16},
         {40, 20, 12, 12, 1, 8}, {25, 25, 16, 16, 1, 10}, {19, 9, 12, 12, 3, 8}, // deeper frame than histogram
         {45, 7, 12, 16, 1, 12}, {45, 7, 12, 16, 3, 12}, {30, 3, 10, 16, 1, 16}, // garbage above the depth
+        {613, 431, 8, 8, 1, 8},  // large enough for sample pairs; odd width and an odd count
     };
     // Every kernel level the machine runs must count exactly as the reference, with and without clip limits.
     zxtest::ForEachKernelLevel([&](int) {
