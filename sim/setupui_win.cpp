@@ -7,6 +7,7 @@
 #include "zx/histogram.h"
 #include "zx/inputform.h"
 #include "zx/iscontrols_command.h"
+#include "zx/iscontrols_freecombo.h"
 
 namespace {
 const UINT_PTR kPollTimer = 1;
@@ -19,6 +20,8 @@ const uint32_t kGroupCommands = 4;
 const uint32_t kAll = 0xFFFFFFFFu;
 // The set in use: controls follow the camera's fast/quality switch.
 const uint32_t kModeInUse = 0;
+// The private message the exposure combo's Enter and Escape come back with.
+const uint32_t kExposureMessage = WM_APP + 10;
 } // namespace
 
 // ---- The camera as the driver presents it --------------------------------------------
@@ -103,27 +106,37 @@ void CZxSimSetupUI::OnInitDialog(HWND hwnd)
              IDC_ZX_RANGE_GREEN, IDC_ZX_RANGE_BLUE);
     IS_CommandX(IDC_ZX_COMMANDMENU, 1 | 2 | 8);   // fast/quality copy, defaults, named settings
 
-    // One control per camera item, each bound by name.
-    auto add = [&](CZxISControl* control, int labelId) {
-        m_items.emplace_back(control);
-        control->Attach(reinterpret_cast<ZxHWnd>(hwnd), m_pProvider, &m_controls);
-        CZxStringW label;
-        if (labelId && control->_GetPropertyText(label) == 0)
-            SetDlgItemTextW(hwnd, labelId, (label.Std() + L":").c_str());
+    // One control per camera item, each bound by name. All are constructed
+    // before any is attached (a class-wide keyboard hook starts with the first).
+    struct Item {
+        CZxISControl* control;
+        int labelId;   // its label in the template, filled with the property's text
     };
-    add(new CZxISControlStatic(L"FrameRate", kModeInUse, IDC_ZX_INFO, kGroupPolled, L"%.1lf frames/s"),
-        IDC_ZX_LBL_INFO);
-    add(new CZxISControlPushCommand(L"Snap", IDC_ZX_COMMAND1, kGroupCommands), 0);
-    // The asynchronous command's button turns into "Cancel" while it runs.
+    const Item items[] = {
+        {new CZxISControlComboFreeExposure(L"Exposure", kModeInUse, IDC_ZX_EXPOSURE, kGroupValues,
+                                           kExposureMessage, false),
+         IDC_ZX_LBL_EXPOSURE},
+        {new CZxISControlStatic(L"FrameRate", kModeInUse, IDC_ZX_INFO, kGroupPolled, L"%.1lf frames/s"),
+         IDC_ZX_LBL_INFO},
+        {new CZxISControlPushCommand(L"Snap", IDC_ZX_COMMAND1, kGroupCommands), 0},
+        // The asynchronous command's button turns into "Cancel" while it runs.
+        {new CZxISControlPushCommandAsync(L"Calibrate", IDC_ZX_COMMAND2, kGroupCommands | kGroupPolled, nullptr,
+                                          false),
+         0},
+    };
     SZxGrabberCommandDesc01 calibrate;
     if (m_camera.CommandGetDesc_WRP(L"Calibrate", calibrate) == 0)
         SetDlgItemTextW(hwnd, IDC_ZX_COMMAND2, calibrate.m_wstrText.GetString());
-    add(new CZxISControlPushCommandAsync(L"Calibrate", IDC_ZX_COMMAND2, kGroupCommands | kGroupPolled, nullptr,
-                                         false),
-        0);
+    for (const Item& item : items) {
+        m_items.emplace_back(item.control);
+        item.control->Attach(reinterpret_cast<ZxHWnd>(hwnd), m_pProvider, &m_controls);
+        CZxStringW label;
+        if (item.labelId && item.control->_GetPropertyText(label) == 0)
+            SetDlgItemTextW(hwnd, item.labelId, (label.Std() + L":").c_str());
+    }
 
     // Items of the template this driver does not use.
-    for (int id : {IDC_ZX_LBL_EXPOSURE, IDC_ZX_EXPOSURE, IDC_ZX_AUTO, IDC_ZX_LBL_GAIN, IDC_ZX_GAIN,
+    for (int id : {IDC_ZX_AUTO, IDC_ZX_LBL_GAIN, IDC_ZX_GAIN,
                    IDC_ZX_GAIN_TEXT, IDC_ZX_LBL_OFFSET, IDC_ZX_OFFSET_EDIT, IDC_ZX_OFFSET_SPIN, IDC_ZX_LBL_FORMAT,
                    IDC_ZX_FORMAT, IDC_ZX_LBL_BINNING, IDC_ZX_BINNING, IDC_ZX_LBL_CHOICE, IDC_ZX_CHOICE1,
                    IDC_ZX_CHOICE2, IDC_ZX_CHOICE3, IDC_ZX_COMMAND_STATUS})

@@ -77,20 +77,31 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
 {
     SZxGrabberCameraSettings before, after;
     camera.CameraSettingsGet_UNI_WRP(before, ZX_SETTINGS_ALL, true);
-    std::wstring changedRate, restoredRate;
+    std::wstring initial[2], changed[2], restored[2];   // exposure combo, frame-rate static
+    auto read = [](HWND dlg, std::wstring* texts) {
+        texts[0] = Text(dlg, IDC_ZX_EXPOSURE);
+        texts[1] = Text(dlg, IDC_ZX_INFO);
+    };
     RunInModalLoop([&] {
         HWND dlg = ui.GetHDlg();
-        SetDouble(camera, L"Exposure", 100.0);
+        read(dlg, initial);
+        // The longest preset, picked in the exposure combo as a user does.
+        HWND combo = GetDlgItem(dlg, IDC_ZX_EXPOSURE);
+        SendMessageW(combo, CB_SETCURSEL, SendMessageW(combo, CB_GETCOUNT, 0, 0) - 1, 0);
+        SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_ZX_EXPOSURE, CBN_SELCHANGE), LPARAM(combo));
         SetDouble(camera, L"Gain", 4.0);
-        SendMessageW(dlg, WM_IS_REFRESH, WPARAM(-1), 0);
-        changedRate = Text(dlg, IDC_ZX_INFO);
+        read(dlg, changed);
         SendMessageW(dlg, WM_COMMAND, IDCANCEL, LPARAM(GetDlgItem(dlg, IDCANCEL)));
         // Ended, not yet destroyed: the controls show what Cancel restored.
-        restoredRate = Text(dlg, IDC_ZX_INFO);
+        read(dlg, restored);
     });
     EXPECT_EQ(ui.InputSetup(nullptr), IDCANCEL);
-    EXPECT_EQ(changedRate, L"10.0 frames/s");
-    EXPECT_EQ(restoredRate, L"30.0 frames/s");
+    EXPECT_EQ(initial[1], L"30.0 frames/s");
+    EXPECT_NE(changed[0], initial[0]);
+    EXPECT_NE(changed[1], initial[1]);
+    EXPECT_EQ(restored[0], initial[0]);
+    EXPECT_EQ(restored[1], initial[1]);
+    EXPECT_EQ(GetDouble(camera, L"Exposure"), 20.0);
     camera.CameraSettingsGet_UNI_WRP(after, ZX_SETTINGS_ALL, true);
     EXPECT_TRUE(after.m_vecPropFast == before.m_vecPropFast);
     EXPECT_TRUE(after.m_vecPropQuality == before.m_vecPropQuality);
