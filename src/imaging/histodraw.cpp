@@ -8,8 +8,7 @@
 
 namespace {
 
-// Truncates toward zero and limits to [lo, hi]; NaN gives lo (a level below the
-// LUT's source minimum under a fractional gamma shows at the bottom).
+// Truncates toward zero and limits to [lo, hi]; NaN (from NaN parameters) gives lo.
 int64_t TruncClamp(double v, int64_t lo, int64_t hi)
 {
     if (!(v >= double(lo)))
@@ -177,10 +176,11 @@ void CZxHistoDraw::BinLevels(const uint32_t* counts, uint32_t levels, uint32_t d
         int64_t level, bin;
         if (lut) {
             const double x = double(i) / double(lastLevel);
-            // Below the source minimum is black whatever the gamma (and never a
-            // negative base for the power).
-            const double t = std::max((x - mn) / (mx - mn), 0.0);
-            const double p = std::pow(t, gamma) * dst;
+            // A level at or below the source minimum (t <= 0, or NaN on the step
+            // of min == max) is black whatever the gamma: the power never sees a
+            // base of 0 or below, which a gamma of 0 or less would turn white.
+            const double t = (x - mn) / (mx - mn);
+            const double p = t > 0.0 ? std::pow(t, gamma) * dst : 0.0;
             level = TruncClamp(double(lastLevel) * p, 0, lastLevel);
             bin = TruncClamp(double(lastBin) * p, 0, lastBin);
         } else {

@@ -102,12 +102,21 @@ TEST(HistoDrawLut, RebinsThroughGammaAndAppliesTheDestinationMaximumToComponents
     lut.dGamma = 2.0;   // level i -> (i/3)^2 = 0, 1/9, 4/9, 1 -> bins 0, 0, 1, 3
     ASSERT_EQ(d.SetHistogram(c.h, 1, &lut), ZX_OK);
     EXPECT_EQ(Bins(d, -1, 4), (std::vector<uint32_t>{3, 3, 0, 4}));
-    lut.dMinSrc = 0.5;   // levels under the minimum are black, not mirrored upwards
-    ASSERT_EQ(d.SetHistogram(c.h, 1, &lut), ZX_OK);
-    EXPECT_EQ(Bins(d, -1, 4), (std::vector<uint32_t>{6, 0, 0, 4}));
-    lut.dMinSrc = lut.dMaxSrc = 0.5;   // degenerate: above the step is white
-    ASSERT_EQ(d.SetHistogram(c.h, 1, &lut), ZX_OK);
-    EXPECT_EQ(Bins(d, -1, 4), (std::vector<uint32_t>{3, 0, 0, 7}));
+    // Levels at or below the source minimum are black whatever the gamma (not
+    // mirrored upwards, nor white from 0 raised to 0 or below); above it the power decides.
+    const struct { double min, max, gamma; std::vector<uint32_t> bins; } window[] = {
+        {0.5, 1.0, 2.0, {6, 0, 0, 4}},        // level 2: (1/3)^2 is bin 0 too
+        {0.5, 1.0, 0.0, {3, 0, 0, 7}},
+        {0.5, 1.0, -1.0, {3, 0, 0, 7}},
+        {2.0 / 3, 2.0 / 3, 0.0, {6, 0, 0, 4}},   // max == min: a step, level 2 on it
+    };
+    for (const auto& w : window) {
+        lut.dMinSrc = w.min;
+        lut.dMaxSrc = w.max;
+        lut.dGamma = w.gamma;
+        ASSERT_EQ(d.SetHistogram(c.h, 1, &lut), ZX_OK);
+        EXPECT_EQ(Bins(d, -1, 4), w.bins) << w.min << ".." << w.max << " gamma " << w.gamma;
+    }
 
     CZxHistoDraw rgb(256, 3);
     Counts col(8, 3);
