@@ -23,8 +23,10 @@ int64_t OffsetLevel(double full, double offset)
     return static_cast<int64_t>(x > 0 ? x + 0.5 : x - 0.5);
 }
 
+// Exact totals: a pixel adds at most about 2^42 (offsets limited as above), so
+// 128 bits hold any frame; the totals become doubles once, at the end.
 struct Sums {
-    double c[3] = {0, 0, 0};  // red, green, blue
+    __int128 c[3] = {0, 0, 0};  // red, green, blue
     uint64_t count = 0;
 };
 
@@ -47,8 +49,8 @@ void Chunk(const T* p, uint32_t n, int64_t full, const int64_t off[3], Sums& uns
         dst[2] += bb * w;
     }
     for (int c = 0; c < 3; ++c) {
-        unsat.c[c] += double(u[c]);
-        sat.c[c] += double(s[c]);
+        unsat.c[c] += u[c];
+        sat.c[c] += s[c];
     }
     unsat.count += nu;
     sat.count += n - nu;
@@ -61,8 +63,8 @@ void Accumulate(const T* data, uint32_t width, uint32_t height, const SZxGrabber
     zx::ForEachProbeSpan(width, height, probe, [&](uint32_t y, uint32_t x0, uint32_t n) {
         const T* p = data + (size_t(y) * width + x0) * 3;
         for (uint32_t done = 0; done < n;) {
-            // Exact in integers over a chunk (a chunk cannot overflow 64 bits),
-            // then into the running double totals.
+            // 64-bit sums over a chunk (a chunk cannot overflow them), then
+            // into the 128-bit totals.
             const uint32_t chunk = std::min<uint32_t>(n - done, 1024);
             Chunk(p, chunk, full, off, unsat, sat);
             p += size_t(chunk) * 3;
@@ -108,10 +110,11 @@ int ZX_AccurateAutoWhite(double* redGain, double* greenGain, double* blueGain, d
         Accumulate(static_cast<const uint8_t*>(data), width, height, probe, full, off, unsat, sat);
 
     const Sums& chosen = sat.count < unsat.count ? unsat : sat;
-    const double m = std::max({chosen.c[0], chosen.c[1], chosen.c[2]});
+    const double sums[3] = {double(chosen.c[0]), double(chosen.c[1]), double(chosen.c[2])};
+    const double m = std::max({sums[0], sums[1], sums[2]});
     for (int c = 0; c < 3; ++c)
-        if (chosen.c[c] > 0.0)
-            gains[c] = m / chosen.c[c];
+        if (chosen.c[c] > 0)
+            gains[c] = m / sums[c];
     write();
     return int(std::min<uint64_t>(unsat.count, INT32_MAX));
 }

@@ -1,7 +1,9 @@
 // Colour steps of the engine and the accurate auto white, on hand-computed values.
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <memory>
+#include <random>
 #include <vector>
 
 #include "ae_engine.h"
@@ -138,6 +140,30 @@ TEST(AccurateAutoWhite, BrightnessWeightedSumsOnHandMadeFramesCountTheHistograms
         ZX_ComputeHistogramAE(&h, frame.get(), &p);
         EXPECT_EQ(h.uiPixelCount, AutoWhite(frame.get(), 0, 0, 0, &p)[0]);
     }
+}
+
+TEST(AccurateAutoWhite, SumsOfALargeBrightFrameAreExactPast53Bits)
+{
+    // 1024 x 1024 bright unsaturated 16-bit pixels: each sum is about 1.3e16,
+    // past 2^53, where adding in doubles drops the low bits.
+    auto s = std::make_unique<CZxGrabberSample01>(1024, 1024, 16, 3);
+    auto* p = static_cast<uint16_t*>(s->GetDataPtr());
+    std::mt19937 rng(7);
+    uint64_t sum[3] = {0, 0, 0};   // red, green, blue; positive, so exact in 64 bits
+    for (size_t i = 0; i < size_t(1024) * 1024; ++i, p += 3) {
+        for (int k = 0; k < 3; ++k)
+            p[k] = uint16_t(60000 + rng() % 5535);
+        const uint64_t w = uint64_t(p[0]) + p[1] + p[2];
+        sum[0] += p[2] * w;
+        sum[1] += p[1] * w;
+        sum[2] += p[0] * w;
+    }
+    ASSERT_GT(sum[0], uint64_t(1) << 53);
+    const double m = double(std::max({sum[0], sum[1], sum[2]}));
+    const std::vector<double> got = AutoWhite(s.get());
+    EXPECT_EQ(got[0], 1024.0 * 1024);
+    for (int c = 0; c < 3; ++c)
+        EXPECT_EQ(got[1 + c], m / double(sum[c])) << "channel " << c;   // exact, not within a few ULPs
 }
 
 TEST(AccurateAutoWhite, ReportsBadFramesAndGivesUnitGains)
