@@ -52,6 +52,19 @@ void FillDisplay(uint16_t* t, int bits, double gain, double offset, double gamma
         t[i] = Round(Shape(DisplayX(i, M, gain, offset), gamma, M), M);
 }
 
+// A colour weight as the pair tables use it. At |w| = 8191 a level one step from
+// the luminance already moves the output by the weight, so stronger weights show
+// nothing more; the limit keeps L * a and L * b (L <= 65535) within 2^29, so the
+// entries convert to 32 bits and three of them add without overflow. A NaN
+// weight mixes nothing.
+double PairWeight(double w)
+{
+    const double limit = 8191.0;
+    if (std::isnan(w))
+        return 1.0;
+    return std::max(-limit, std::min(w, limit));
+}
+
 uint16_t* NewTable(int maxBits, size_t entrySize)
 {
     const size_t bytes = (size_t(1) << maxBits) * entrySize;
@@ -312,7 +325,7 @@ void CZxBaseLUT::UpdateLUT(const SZxBaseProps& p, bool mono, int bits)
     const double lum[3] = {0.299, 0.587, 0.114};
     int32_t* pairs[3] = {m_pPairRed, m_pPairGreen, m_pPairBlue};
     for (int c = 0; c < 3; ++c) {
-        const double w = g[9 + c];
+        const double w = PairWeight(g[9 + c]);
         const double a = w + (1 - w) * lum[c];
         const double b = (1 - w) * lum[c];
         for (int i = 0; i <= M; ++i) {

@@ -166,3 +166,29 @@ TEST(Lut, BadTablesAndFramesAreReportedNotApplied)
                            {L"maxBits < 1 || maxBits > kMaxTableBits", L"table == NULL", L"bits < 1 || bits > maxBits",
                             L"pb->ui64DataSize != 0 && pb->ui64DataSize < bytes", L"pb == NULL", L"sample == NULL"});
 }
+
+TEST(Lut, ExtremeColourWeightsSaturateTheMixInsteadOfOverflowing)
+{
+    // Weights beyond the limit act as the limit (the mix is already all or nothing
+    // there); a NaN weight mixes nothing. Pixels are blue, green, red.
+    const struct { double saturation; std::vector<uint32_t> out; } cases[] = {
+        // Green above the luminance takes all; grey stays grey but for the rounding
+        // (trunc(x + 0.5)) of the two negative shares.
+        {1e9, {0, 255, 0, 102, 102, 102}},
+        {8191, {0, 255, 0, 102, 102, 102}},
+        {-1e300, {255, 0, 255, 101, 101, 101}},
+        {std::nan(""), {10, 200, 30, 100, 100, 100}},
+    };
+    zxtest::ForEachKernelLevel([&](int) {
+        for (const auto& c : cases) {
+            uint8_t px[6] = {10, 200, 30, 100, 100, 100};
+            SZxPicBuf pb{2, 1, 6, 8, 3, 6, px};
+            SZxBaseProps p;
+            p.dSaturation = c.saturation;
+            CZxBaseLUT lut(8);
+            lut.UpdateLUT(p, false, 8);
+            lut.ApplyLUT(&pb);
+            EXPECT_EQ(std::vector<uint32_t>(px, px + 6), c.out) << "saturation " << c.saturation;
+        }
+    });
+}
