@@ -411,25 +411,30 @@ double CZxAutoExposure::ComputeBinningAE(double* gainOut, double* factorOut, dou
 
 // ---- Colour ------------------------------------------------------------------
 
+// Each channel in its own statement, red, green, blue: an override of a step sees
+// that order, not whatever order a compiler evaluates constructor arguments in.
 SZxAEValueRGB CZxAutoExposure::ComputeWhiteSignalRGB(const SZxAEHistogram& h, int excluded)
 {
-    return SZxAEValueRGB(ComputeWhiteSignal(h.pdwHisto[1], h.uiPixelCount, StatBins(h, 0), excluded),
-                         ComputeWhiteSignal(h.pdwHisto[2], h.uiPixelCount, StatBins(h, 1), excluded),
-                         ComputeWhiteSignal(h.pdwHisto[3], h.uiPixelCount, StatBins(h, 2), excluded));
+    const double r = ComputeWhiteSignal(h.pdwHisto[1], h.uiPixelCount, StatBins(h, 0), excluded);
+    const double g = ComputeWhiteSignal(h.pdwHisto[2], h.uiPixelCount, StatBins(h, 1), excluded);
+    const double b = ComputeWhiteSignal(h.pdwHisto[3], h.uiPixelCount, StatBins(h, 2), excluded);
+    return SZxAEValueRGB(r, g, b);
 }
 
 SZxAEValueRGB CZxAutoExposure::ComputeBlackSignalRGB(const SZxAEHistogram& h)
 {
-    return SZxAEValueRGB(ComputeBlackSignal(h.pdwHisto[1], h.uiPixelCount, StatBins(h, 0)),
-                         ComputeBlackSignal(h.pdwHisto[2], h.uiPixelCount, StatBins(h, 1)),
-                         ComputeBlackSignal(h.pdwHisto[3], h.uiPixelCount, StatBins(h, 2)));
+    const double r = ComputeBlackSignal(h.pdwHisto[1], h.uiPixelCount, StatBins(h, 0));
+    const double g = ComputeBlackSignal(h.pdwHisto[2], h.uiPixelCount, StatBins(h, 1));
+    const double b = ComputeBlackSignal(h.pdwHisto[3], h.uiPixelCount, StatBins(h, 2));
+    return SZxAEValueRGB(r, g, b);
 }
 
 SZxAEValueRGB CZxAutoExposure::ComputeOverflowRGB(const SZxAEHistogram& h, double level, int excluded)
 {
-    return SZxAEValueRGB(ComputeOverflow(h.pdwHisto[1], h.uiPixelCount, StatBins(h, 0), level, excluded),
-                         ComputeOverflow(h.pdwHisto[2], h.uiPixelCount, StatBins(h, 1), level, excluded),
-                         ComputeOverflow(h.pdwHisto[3], h.uiPixelCount, StatBins(h, 2), level, excluded));
+    const double r = ComputeOverflow(h.pdwHisto[1], h.uiPixelCount, StatBins(h, 0), level, excluded);
+    const double g = ComputeOverflow(h.pdwHisto[2], h.uiPixelCount, StatBins(h, 1), level, excluded);
+    const double b = ComputeOverflow(h.pdwHisto[3], h.uiPixelCount, StatBins(h, 2), level, excluded);
+    return SZxAEValueRGB(r, g, b);
 }
 
 bool CZxAutoExposure::ComputeAutoDisplayRGB(const SZxAEValueRGB& white, const SZxAEValueRGB& overflow,

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <memory>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "ae_engine.h"
@@ -86,6 +87,45 @@ TEST(AEColour, LeastSignalChannelWinsWithTiesToRedThenGreen)
     EXPECT_EQ((std::vector<double>{0.5, 0.5, 0.75}), s.offsets);
     EXPECT_DOUBLE_EQ(2.0, s.Choose(5, 2));  // 5, 4, 4
     EXPECT_DOUBLE_EQ(4.0, s.Choose(5, 3));  // 5, 6, 4
+}
+
+// Records which channel each statistics step is asked for, as a driver that
+// overrides a step sees it.
+struct RecordingChannels : Engine {
+    const SZxAEHistogram* hist = nullptr;
+    std::string calls;
+    void Note(char step, const unsigned* bins)
+    {
+        calls += step;
+        calls += bins == hist->pdwHisto[1] ? 'r' : bins == hist->pdwHisto[2] ? 'g' : bins == hist->pdwHisto[3] ? 'b' : '?';
+        calls += ' ';
+    }
+    double ComputeWhiteSignal(const unsigned* bins, unsigned pixels, unsigned n, int excluded) override
+    {
+        Note('W', bins);
+        return Engine::ComputeWhiteSignal(bins, pixels, n, excluded);
+    }
+    double ComputeBlackSignal(const unsigned* bins, unsigned pixels, unsigned n) override
+    {
+        Note('B', bins);
+        return Engine::ComputeBlackSignal(bins, pixels, n);
+    }
+    double ComputeOverflow(const unsigned* bins, unsigned pixels, unsigned n, double level, int excluded) override
+    {
+        Note('O', bins);
+        return Engine::ComputeOverflow(bins, pixels, n, level, excluded);
+    }
+};
+
+TEST(AEColour, ChannelStatisticsRunRedGreenBlue)
+{
+    RecordingChannels e;
+    const unsigned black[3] = {10, 20, 30}, white[3] = {200, 150, 100};
+    SZxAEHistogram h = ColourHisto(black, white);
+    e.hist = &h;
+    SZxAEFrameDesc f;
+    e.ComputeAE(true, ZX_AE_OFFSET | ZX_AE_WHITEBALANCE, f, h);
+    EXPECT_EQ(e.calls, "Wr Wg Wb Or Og Ob Br Bg Bb ");
 }
 
 // A w x h colour frame (blue, green, red per pixel) from a list of pixels, repeated.
