@@ -17,10 +17,12 @@ namespace zxtest {
 /// is copied into `format` (left empty when lParam is 0); equality compares the
 /// three parameters.
 struct Notification {
-    UINT message;
-    WPARAM wParam;
-    LPARAM lParam;
-    SZxGrabberFormatValue format;
+    UINT message = 0;
+    WPARAM wParam = 0;
+    LPARAM lParam = 0;
+    SZxGrabberFormatValue format{};   // the new format of WM_IS_FORMATCHANGING, when it names one
+    Notification() = default;
+    Notification(UINT m, WPARAM w, LPARAM l) : message(m), wParam(w), lParam(l) {}
     bool operator==(const Notification& o) const
     {
         return message == o.message && wParam == o.wParam && lParam == o.lParam;
