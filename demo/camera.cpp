@@ -2,7 +2,9 @@
 // cameras, formats, the property table read through the typed values, a
 // format-changing write, named settings, an asynchronous command and a frame.
 #include <cstdio>
+#include <chrono>
 #include <memory>
+#include <thread>
 #include <string>
 
 #include "demo.h"
@@ -150,12 +152,15 @@ void DemoCamera()
     std::printf("defaults, then named setting \"%s\" loaded: exposure %s\n", U8(name.Std()).c_str(),
                 U8(ZX_ExposureToText(back.m_varValue.GetDouble(), -1.0).Std()).c_str());
 
+    // The calibration runs on the camera's own thread; the driver polls its status.
     SZxGrabberCommandValue calibrate(L"Calibrate");
+    cam.SetCommandDuration(400);
     cam.Command_WRP(calibrate, true, nullptr, false, nullptr);
     std::printf("dark calibration:");
     double progress = 0.0;
     CZxStringW status;
     do {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
         cam.Command_Status_WRP(L"Calibrate", progress, status);
         std::printf(" %s", U8(status.Std()).c_str());
     } while (progress >= 0.0);

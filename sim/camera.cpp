@@ -73,7 +73,7 @@ CZxSimCamera::CZxSimCamera(const SZxGrabberCameraDesc& camera, int instance, CZx
     m_varPredefinedROIs.Add(roi(0, 0, kSimSensorWidth, kSimSensorHeight, L"Full Sensor"));
 }
 
-CZxSimCamera::~CZxSimCamera() = default;
+CZxSimCamera::~CZxSimCamera() { StopCommand(); }
 
 // ---- Bookkeeping -------------------------------------------------------------------
 

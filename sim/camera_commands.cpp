@@ -1,5 +1,6 @@
 // The simulated camera's commands, their status and abort, and the general callback.
 #include <algorithm>
+#include <chrono>
 
 #include "camera_internal.h"
 #include "zx/status.h"
@@ -58,8 +59,11 @@ int CZxSimCamera::Command_WRP(SZxGrabberCommandValue& value, bool bAsync, SZxSta
     const int preset = value.m_varValue.GetZx_int32();
     if (name == L"ApplyExposurePreset" && (preset < 0 || preset >= int(sizeof kPresets / sizeof kPresets[0])))
         return ZX_E_FAIL;
-    if (cmd->bAsync && !m_running.empty())
-        return ZX_E_BUSY;
+    if (cmd->bAsync) {
+        const std::lock_guard<std::mutex> g(m_commandLock);
+        if (!m_running.empty())
+            return ZX_E_BUSY;
+    }
     if (bCheckOnly)
         return ZX_OK;
 
@@ -68,13 +72,19 @@ int CZxSimCamera::Command_WRP(SZxGrabberCommandValue& value, bool bAsync, SZxSta
         if (ppSample)
             *ppSample = Snap();
     } else if (name == L"Calibrate") {
-        m_dProgress = 0.0;
-        if (bAsync) {
+        StopCommand();   // the thread of an earlier, finished run
+        {
+            const std::lock_guard<std::mutex> g(m_commandLock);
             m_running = name;
+            m_dProgress = 0.0;
+            m_bAbort = false;
             m_status = L"Calibrating";
-        } else {
-            m_status = L"Done";
         }
+        // Asynchronous: start and return; otherwise the command runs to its end here.
+        if (bAsync)
+            m_worker = std::thread(&CZxSimCamera::RunCommand, this);
+        else
+            RunCommand();
     } else if (name == L"ApplyExposurePreset") {
         const SProperty* p = FindProperty(L"Exposure");
         for (int s = 0; s < kSets; ++s)
@@ -98,18 +108,11 @@ int CZxSimCamera::Command_Status_WRP(const wchar_t* name, double& progress, CZxS
     if (!name || std::none_of(m_commands.begin(), m_commands.end(),
                               [&](const SCommand& c) { return c.name == name; }))
         return ZX_E_FAIL;
+    const std::lock_guard<std::mutex> g(m_commandLock);
     if (m_running == name) {
-        // The work advances by a quarter with every poll; the poll after the
-        // one that reported 1.0 finds it ended.
-        if (m_dProgress >= 1.0) {
-            m_running.clear();
-            m_status = L"Done";
-        } else {
-            m_dProgress += 0.25;
-            progress = m_dProgress;
-            text = CZxStringW::Formatted(L"%s %d%%", m_status.c_str(), int(m_dProgress * 100 + 0.5));
-            return ZX_OK;
-        }
+        progress = m_dProgress;
+        text = CZxStringW::Formatted(L"%s %d%%", m_status.c_str(), int(m_dProgress * 100 + 0.5));
+        return ZX_OK;
     }
     progress = -1.0;
     text = m_status.c_str();
@@ -123,11 +126,57 @@ int CZxSimCamera::Command_Abort_WRP()
     int status = 0;
     if (Failing(L"Command_Abort_WRP", status))
         return status;
-    if (!m_running.empty()) {
-        m_running.clear();
-        m_status = L"Aborted";
-    }
+    StopCommand();
     return ZX_OK;
+}
+
+void CZxSimCamera::SetCommandDuration(int milliseconds)
+{
+    const std::lock_guard<std::mutex> g(m_commandLock);
+    m_iCommandMs = milliseconds > 0 ? milliseconds : 1;
+}
+
+void CZxSimCamera::HoldCommandAt(double progress)
+{
+    const std::lock_guard<std::mutex> g(m_commandLock);
+    m_dHoldAt = progress;
+    m_commandWake.notify_all();
+}
+
+void CZxSimCamera::RunCommand()
+{
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = Clock::now();
+    std::unique_lock<std::mutex> g(m_commandLock);
+    while (!m_bAbort) {
+        const double elapsed = std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+        double p = std::min(elapsed / m_iCommandMs, 1.0);
+        if (m_dHoldAt >= 0.0 && p > m_dHoldAt)
+            p = m_dHoldAt;
+        m_dProgress = p;
+        if (p >= 1.0) {
+            m_running.clear();
+            m_status = L"Done";
+            return;
+        }
+        // A step of the work; an abort or a released hold wakes it early.
+        m_commandWake.wait_for(g, std::chrono::milliseconds(10));
+    }
+}
+
+void CZxSimCamera::StopCommand()
+{
+    {
+        const std::lock_guard<std::mutex> g(m_commandLock);
+        if (!m_running.empty()) {
+            m_bAbort = true;
+            m_running.clear();
+            m_status = L"Aborted";
+        }
+        m_commandWake.notify_all();
+    }
+    if (m_worker.joinable())
+        m_worker.join();
 }
 
 void CZxSimCamera::SetGeneralCallback(PFN_ZxGeneralCallback callback, void* context)

@@ -115,3 +115,112 @@ TEST(StaticValue, FormatsByRunTypeOrItsOwnFormatAndEmptiesForOtherTypes)
     EXPECT_EQ(std::wstring(cut.GetFormat()), tooLong.substr(0, 255));
     EXPECT_EQ(diag.Count(L"wcslen(format) > 255"), 1);
 }
+
+namespace {
+int g_general = 0;
+int CountGeneral(void*, int code, void*)
+{
+    g_general += code == 1;
+    return 0;
+}
+
+int AbortThroughProvider(void* provider) { return static_cast<CZxGenProvider_Low*>(provider)->Command_Abort_WRP(); }
+
+// Polls the camera until the command's progress is `until` (negative: it has
+// ended); false after a generous wait, so a stuck command fails, never hangs.
+bool WaitForProgress(CZxSimCamera& cam, double until)
+{
+    for (int i = 0; i < 1000; ++i) {
+        double progress = 0;
+        CZxStringW text;
+        cam.Command_Status_WRP(L"Calibrate", progress, text);
+        if (until < 0 ? progress < 0 : progress == until)
+            return true;
+        Sleep(10);
+    }
+    return false;
+}
+} // namespace
+
+TEST(AsyncCommand, InButtonModeTheButtonCancelsWhileRunningAndComesBackWhenTheCommandEnds)
+{
+    TestDialog dlg(IDD_CMD_TEST);
+    CZxSimCamera& cam = dlg.Camera();
+    cam.SetGeneralCallback(CountGeneral, nullptr);
+    g_general = 0;
+    HWND button = dlg.Item(IDC_CMD_ASYNC);
+    CZxISControlPushCommandAsync c(L"Calibrate", IDC_CMD_ASYNC, 1, nullptr, false);
+    dlg.Attach(c);
+    c.Reinit();
+    cam.SetCommandDuration(20);
+    cam.HoldCommandAt(0.0);
+    cam.ClearCallLog();
+    EXPECT_TRUE(dlg.Click(IDC_CMD_ASYNC));
+    EXPECT_EQ(Calls(cam, L"Command_WRP"), std::vector<std::wstring>{L"Command_WRP(Calibrate, null, async)"});
+    EXPECT_EQ(Text(button), L"Cancel");
+    c.Reinit();
+    EXPECT_EQ(c.UpdateFromGeneric(), 0);
+    EXPECT_TRUE(c.IsRunning()) << "progress 0.0 is still running";
+    EXPECT_EQ(Text(button), L"Cancel");
+
+    cam.HoldCommandAt(-1);
+    ASSERT_TRUE(WaitForProgress(cam, -1));
+    c.UpdateFromGeneric();
+    c.UpdateFromGeneric();
+    EXPECT_FALSE(c.IsRunning());
+    EXPECT_EQ(Text(button), L"Calibrate") << "the saved text, not the Cancel of the last Reinit";
+    EXPECT_EQ(g_general, 1);
+
+    // A second click aborts the running command in the camera.
+    cam.SetCommandDuration(60000);
+    dlg.Click(IDC_CMD_ASYNC);
+    dlg.Click(IDC_CMD_ASYNC);
+    EXPECT_EQ(cam.CallCount(L"Command_Abort_WRP"), 1);
+    double progress = 0;
+    CZxStringW status;
+    cam.Command_Status_WRP(L"Calibrate", progress, status);
+    EXPECT_STREQ(status, L"Aborted");
+    EXPECT_EQ(Text(button), L"Calibrate");
+    EXPECT_EQ(g_general, 2);
+
+    // Enabled exactly while the command's status can be read.
+    EnableWindow(button, FALSE);
+    c.UpdateState();
+    EXPECT_TRUE(IsWindowEnabled(button));
+    cam.FailNext(L"Command_Status_WRP", -9);
+    c.UpdateState();
+    EXPECT_FALSE(IsWindowEnabled(button));
+}
+
+TEST(AsyncCommand, InProgressModeTheWindowFollowsThePollAndItsCancelAbortsTheCamera)
+{
+    TestDialog dlg(IDD_CMD_TEST);
+    CZxSimCamera& cam = dlg.Camera();
+    cam.SetGeneralCallback(CountGeneral, nullptr);
+    g_general = 0;
+    CZxISControlPushCommandAsync c(L"Calibrate", IDC_CMD_ASYNC_PROGRESS, 1, AbortThroughProvider, true);
+    dlg.Attach(c);
+    c.Reinit();
+    EXPECT_EQ(Text(dlg.Item(IDC_CMD_ASYNC_PROGRESS)), L"Dark Calibration");
+
+    cam.SetCommandDuration(20);
+    cam.HoldCommandAt(0.456);
+    EXPECT_TRUE(dlg.Click(IDC_CMD_ASYNC_PROGRESS));
+    const CZxProgressDialog& progress = c.GetProgressDialog();
+    ASSERT_TRUE(progress.IsOn());
+    EXPECT_FALSE(IsWindowEnabled(dlg.Hwnd())) << "the dialog waits for the command";
+    EXPECT_EQ(dlg.Notifications().back(), (zxtest::Notification{WM_IS_REFRESH, 0xFFFFFFFF, 0, {}}));
+    ASSERT_TRUE(WaitForProgress(cam, 0.456));
+    EXPECT_EQ(c.UpdateFromGeneric(), 0);
+    EXPECT_EQ(progress.GetPos(), 46);
+
+    HWND cancel = GetDlgItem(reinterpret_cast<HWND>(progress.GetWindow()), IDCANCEL);
+    ASSERT_TRUE(cancel);
+    SendMessageW(cancel, BM_CLICK, 0, 0);
+    EXPECT_EQ(cam.CallCount(L"Command_Abort_WRP"), 1);
+    c.UpdateFromGeneric();
+    c.UpdateFromGeneric();
+    EXPECT_FALSE(progress.IsOn());
+    EXPECT_TRUE(IsWindowEnabled(dlg.Hwnd()));
+    EXPECT_EQ(g_general, 1);
+}

@@ -1,6 +1,8 @@
 // The simulated camera's contract as a driver: values and sets, settings,
 // formats, commands.
+#include <chrono>
 #include <memory>
+#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -179,32 +181,47 @@ TEST(SimCameraFormats, EnumerationCarriesFlagsAndAFormatChangingPropertyMovesThe
     EXPECT_EQ(after.m_fmtQuality, before.m_fmtQuality);   // quality set untouched
 }
 
-TEST(SimCameraCommands, AsyncProgressAdvancesPerPollAndEndsOrAbortsSyncOnesReportTheirEffects)
+TEST(SimCameraCommands, AsyncRunsOnItsOwnThreadUntilItsEndOrAnAbortSyncOnesReportTheirEffects)
 {
     CZxSimCamera cam;
     SZxGrabberCommandDesc01 desc;
     ASSERT_EQ(cam.CommandGetDesc_WRP(L"Calibrate", desc), ZX_OK);
     EXPECT_TRUE(desc.m_uiFlags & ZX_COMMAND_ASYNC);
     CZxStringW text;
-    auto poll = [&] {   // progress of every poll up to the end (-1)
-        std::vector<double> seen(1, 0.0);
-        while (seen.size() < 10 && seen.back() >= 0)
-            EXPECT_EQ(cam.Command_Status_WRP(L"Calibrate", seen.emplace_back(), text), ZX_OK);
-        return std::vector<double>(seen.begin() + 1, seen.end());
+    double progress = 0;
+    // Polls until the progress is `until` (or, for a negative one, has ended); a
+    // stuck command fails after a generous wait instead of hanging.
+    auto waitFor = [&](double until) {
+        for (int i = 0; i < 1000; ++i) {
+            EXPECT_EQ(cam.Command_Status_WRP(L"Calibrate", progress, text), ZX_OK);
+            if (until < 0 ? progress < 0 : progress == until)
+                return true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return false;
     };
+    cam.SetCommandDuration(50);
+    cam.HoldCommandAt(0.5);
     SZxGrabberCommandValue cmd(L"Calibrate");
     ASSERT_EQ(cam.Command_WRP(cmd, true, nullptr, false, nullptr), ZX_OK);
     EXPECT_EQ(cam.Command_WRP(cmd, true, nullptr, false, nullptr), ZX_E_BUSY);
-    EXPECT_EQ(poll(), (std::vector<double>{0.25, 0.5, 0.75, 1.0, -1.0}));
+    ASSERT_TRUE(waitFor(0.5));
+    EXPECT_STREQ(text, L"Calibrating 50%");
+    cam.HoldCommandAt(-1);
+    ASSERT_TRUE(waitFor(-1));
     EXPECT_STREQ(text, L"Done");
 
+    cam.SetCommandDuration(60000);
     ASSERT_EQ(cam.Command_WRP(cmd, true, nullptr, false, nullptr), ZX_OK);
-    double progress = 0;
-    cam.Command_Status_WRP(L"Calibrate", progress, text);
     EXPECT_EQ(cam.Command_Abort_WRP(), ZX_OK);
-    EXPECT_EQ(poll(), (std::vector<double>{-1.0}));
+    ASSERT_TRUE(waitFor(-1));
     EXPECT_STREQ(text, L"Aborted");
     EXPECT_EQ(cam.Command_Status_WRP(L"Nope", progress, text), ZX_E_FAIL);
+    // A camera destroyed while its command runs stops the command's thread.
+    auto running = std::make_unique<CZxSimCamera>();
+    running->SetCommandDuration(60000);
+    ASSERT_EQ(running->Command_WRP(cmd, true, nullptr, false, nullptr), ZX_OK);
+    running.reset();
 
     // Synchronous commands report their effects and may hand out a frame.
     SZxGrabberCommandValue preset(L"ApplyExposurePreset", CZxVariant(3));

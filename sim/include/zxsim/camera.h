@@ -6,8 +6,10 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <condition_variable>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "zxhost/picbuf.h"
@@ -106,6 +108,11 @@ public:
     /// Live view shows several cameras at once (the ROI commands are then off).
     void SetMultiView(bool on) { m_bMultiView = on; }
     void SetROISupported(bool on) { m_bROISupported = on; }
+    /// How long an asynchronous command runs, in milliseconds (2000 at start).
+    void SetCommandDuration(int milliseconds);
+    /// Keeps an asynchronous command's progress from passing `progress` until
+    /// released with a negative value: a command caught at a known point.
+    void HoldCommandAt(double progress);
 
     // ---- Call log: one readable line per provider call, e.g.
     // "PropSet_WRP(1, Gain=2.000000)" or "FormatSet_WRP(2, 1024 x 768 (Binning 2x2))".
@@ -126,6 +133,10 @@ private:
     void BuildProperties();
     void BuildFormats();
     void BuildCommands();
+    /// The asynchronous command's work: progress by elapsed time, until its end or an abort.
+    void RunCommand();
+    /// Asks a running command to stop and waits for its thread.
+    void StopCommand();
     void Log(const std::wstring& line);
     bool Failing(const wchar_t* operation, int& status);
     int SetIndex(uint32_t mode) const;
@@ -168,10 +179,17 @@ private:
     double m_dSensorTemperature = 25.0;
     CZxVariant m_varPredefinedROIs;
 
-    // The one asynchronous command that may run at a time.
+    // The one asynchronous command that may run at a time, on a worker thread of
+    // its own; its state is guarded by m_commandLock (never held while taking m_lock).
+    std::mutex m_commandLock;
+    std::condition_variable m_commandWake;
+    std::thread m_worker;
     std::wstring m_running;
     double m_dProgress = -1.0;
     std::wstring m_status = L"Idle";   // status text of the last asynchronous command
+    bool m_bAbort = false;
+    int m_iCommandMs = 2000;
+    double m_dHoldAt = -1.0;
 
     PFN_ZxGeneralCallback m_pfnCallback = nullptr;
     void* m_pCallbackContext = nullptr;
