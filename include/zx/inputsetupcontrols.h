@@ -207,3 +207,4 @@ private:
 // Control families.
 #include "zx/iscontrols_command.h"
 #include "zx/iscontrols_freecombo.h"
+#include "zx/iscontrols_numeric.h"

@@ -62,8 +62,10 @@ public:
     /// brush the dialog answered, and the DC's text colour after.
     bool CtlColorStatic(int id, HBRUSH& brush, COLORREF& textColor);
     /// Focuses item `id` and presses and releases the virtual key `vk` through the
-    /// input queue, so keyboard hooks and the item's window procedure see it.
-    void Key(int id, UINT vk);
+    /// input queue, so keyboard hooks and the item's window procedure see it. A
+    /// `held` key (e.g. VK_LCONTROL) goes down before and up after it, so the
+    /// keyboard state shows it held while the press is handled.
+    void Key(int id, UINT vk, UINT held = 0);
     /// Handles every queued message.
     static void Pump();
 

@@ -95,7 +95,7 @@ bool TestDialog::CtlColorStatic(int id, HBRUSH& brush, COLORREF& textColor)
     return handled;
 }
 
-void TestDialog::Key(int id, UINT vk)
+void TestDialog::Key(int id, UINT vk, UINT held)
 {
     SetForegroundWindow(m_hDlg);
     // Focusing an item that already holds the focus (or whose child does, as the
@@ -103,11 +103,18 @@ void TestDialog::Key(int id, UINT vk)
     HWND item = Item(id), focus = GetFocus();
     if (focus != item && !IsChild(item, focus))
         SetFocus(item);
-    INPUT in[2] = {};
-    in[0].type = in[1].type = INPUT_KEYBOARD;
-    in[0].ki.wVk = in[1].ki.wVk = static_cast<WORD>(vk);
-    in[1].ki.dwFlags = KEYEVENTF_KEYUP;
-    ::SendInput(2, in, sizeof(INPUT));
+    INPUT in[4] = {};
+    UINT n = 0;
+    const UINT keys[4] = {held, vk, vk, held};
+    for (int i = 0; i < 4; ++i) {
+        if (!keys[i])
+            continue;
+        in[n].type = INPUT_KEYBOARD;
+        in[n].ki.wVk = static_cast<WORD>(keys[i]);
+        in[n].ki.dwFlags = i >= 2 ? KEYEVENTF_KEYUP : 0;
+        ++n;
+    }
+    ::SendInput(n, in, sizeof(INPUT));
     Pump();
 }
 

@@ -1,0 +1,188 @@
+// Edit controls typed into through the keyboard: commit, cancel, focus loss,
+// the driver's answer and the registry of subclassed edits.
+#include "numeric_fixture.h"
+#include "zx_test.h"
+
+using namespace numtest;
+using zxtest::Notification;
+using zxtest::TestDialog;
+
+namespace {
+const UINT kNotify = WM_APP + 7;
+
+struct Registry {
+    Registry() { CZxISControlEditBase::Init(); }
+    ~Registry() { CZxISControlEditBase::Done(); }
+};
+
+std::vector<UINT> Messages(const TestDialog& dlg)
+{
+    std::vector<UINT> m;
+    for (const Notification& n : dlg.Notifications())
+        m.push_back(n.message);
+    return m;
+}
+} // namespace
+
+// The harness records WM_IS_* only; the edit's own notification is seen by a probe window.
+class EditNotifications : public ::testing::Test {
+protected:
+    static LRESULT CALLBACK Probe(HWND w, UINT msg, WPARAM wParam, LPARAM lParam)
+    {
+        if (msg == kNotify)
+            seen.push_back({wParam, lParam});
+        return CallWindowProcW(old, w, msg, wParam, lParam);
+    }
+    void Watch(TestDialog& dlg)
+    {
+        seen.clear();
+        old = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrW(dlg.Hwnd(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Probe)));
+    }
+    static std::vector<std::pair<WPARAM, LPARAM>> seen;
+    static WNDPROC old;
+    Registry registry;
+};
+std::vector<std::pair<WPARAM, LPARAM>> EditNotifications::seen;
+WNDPROC EditNotifications::old = nullptr;
+
+TEST_F(EditNotifications, EnterCommitsTheTypedValueAndNotifiesOnceUntilTheNextChange)
+{
+    TestDialog dlg(IDD_NUM_TEST);
+    Watch(dlg);
+    CZxISControlEditDouble gain(L"Gain", 1, IDC_NUM_EDIT, 1, kNotify, false);
+    dlg.Attach(gain);
+    dlg.List().ReinitAndUpdateMany(~0u);
+    EXPECT_EQ(ItemText(dlg, IDC_NUM_EDIT), L"1");
+    Type(dlg, IDC_NUM_EDIT, L"2.5");
+    EXPECT_TRUE(gain.IsPending());
+    EXPECT_DOUBLE_EQ(Value(dlg.Camera(), L"Gain"), 1.0) << "typing alone writes nothing";
+    dlg.Key(IDC_NUM_EDIT, VK_RETURN);
+    dlg.Key(IDC_NUM_EDIT, VK_RETURN);
+    EXPECT_DOUBLE_EQ(Value(dlg.Camera(), L"Gain"), 2.5);
+    EXPECT_EQ(ItemText(dlg, IDC_NUM_EDIT), L"2.5");
+    EXPECT_FALSE(gain.IsPending());
+    EXPECT_EQ(Messages(dlg), std::vector<UINT>{WM_IS_PROPERTYCHANGED});
+    EXPECT_EQ(seen, (std::vector<std::pair<WPARAM, LPARAM>>{{13, IDC_NUM_EDIT}}));
+    Type(dlg, IDC_NUM_EDIT, L"3");
+    dlg.Key(IDC_NUM_EDIT, VK_RETURN);
+    EXPECT_EQ(seen.size(), 2u) << "a new change notifies again";
+}
+
+TEST_F(EditNotifications, EscapeDropsTheTypedTextAndRestoresTheDriversValueWhenFlagged)
+{
+    for (bool restore : {false, true}) {
+        TestDialog dlg(IDD_NUM_TEST);
+        Watch(dlg);
+        CZxISControlEditDouble gain(L"Gain", 1, IDC_NUM_EDIT, 1, kNotify, restore);
+        dlg.Attach(gain);
+        dlg.List().ReinitAndUpdateMany(~0u);
+        Type(dlg, IDC_NUM_EDIT, L"7");
+        dlg.Key(IDC_NUM_EDIT, VK_ESCAPE);
+        dlg.Key(IDC_NUM_EDIT, VK_ESCAPE);
+        EXPECT_FALSE(gain.IsPending());
+        EXPECT_EQ(ItemText(dlg, IDC_NUM_EDIT), restore ? L"1" : L"7");
+        dlg.Key(IDC_NUM_OTHER, 'X'); // focus leaves: nothing pending, nothing written
+        EXPECT_DOUBLE_EQ(Value(dlg.Camera(), L"Gain"), 1.0);
+        EXPECT_TRUE(dlg.Notifications().empty());
+        EXPECT_EQ(seen, (std::vector<std::pair<WPARAM, LPARAM>>{{27, IDC_NUM_EDIT}}));
+    }
+}
+
+TEST_F(EditNotifications, FocusLossCommitsAPendingTextWithoutTheKeyNotification)
+{
+    TestDialog dlg(IDD_NUM_TEST);
+    Watch(dlg);
+    CZxISControlEditInt32 offset(L"Offset", 1, IDC_NUM_EDIT_INT, 1, kNotify, false);
+    dlg.Attach(offset);
+    dlg.List().ReinitAndUpdateMany(~0u);
+    Type(dlg, IDC_NUM_EDIT_INT, L"12.6");
+    dlg.Key(IDC_NUM_EDIT, VK_SHIFT); // the focus moves to the other edit
+    SZxGrabberPropertyValue v(L"Offset");
+    dlg.Camera().PropGetSingle_WRP(1, v);
+    EXPECT_EQ(v.m_varValue, CZxVariant(13)) << "typed numbers are rounded";
+    EXPECT_EQ(ItemText(dlg, IDC_NUM_EDIT_INT), L"13");
+    EXPECT_TRUE(seen.empty());
+}
+
+TEST_F(EditNotifications, TypedValuesReachTheDriverUnclampedAndTheEditShowsWhatItKept)
+{
+    TestDialog dlg(IDD_NUM_TEST);
+    CZxISControlEditDouble gain(L"Gain", 1, IDC_NUM_EDIT, 1, kNotify, false, 10.0);
+    CZxISControlEditInt32 offset(L"Offset", 1, IDC_NUM_EDIT_INT, 1, kNotify, false);
+    dlg.Attach(gain);
+    dlg.Attach(offset);
+    dlg.List().ReinitAndUpdateMany(~0u);
+    EXPECT_EQ(ItemText(dlg, IDC_NUM_EDIT), L"10") << "shown times the scale";
+    const struct {
+        int id;
+        const wchar_t *typed, *written, *shown;
+    } cases[] = {{IDC_NUM_EDIT, L"990", L"Gain=99.000000", L"160"},
+                 {IDC_NUM_EDIT, L"125", L"Gain=12.500000", L"125"},
+                 {IDC_NUM_EDIT_INT, L"-3", L"Offset=-3", L"0"},
+                 {IDC_NUM_EDIT_INT, L"abc", nullptr, L"0"}};
+    for (const auto& c : cases) {
+        dlg.Camera().ClearCallLog();
+        Type(dlg, c.id, c.typed);
+        dlg.Key(c.id, VK_RETURN);
+        std::wstring writes;
+        for (const std::wstring& call : dlg.Camera().CallLog())
+            if (call.find(L"PropSet_WRP") == 0)
+                writes += call;
+        EXPECT_EQ(writes, c.written ? L"PropSet_WRP(1, " + std::wstring(c.written) + L")" : L"") << c.typed;
+        EXPECT_EQ(ItemText(dlg, c.id), c.shown) << c.typed;
+    }
+}
+
+TEST_F(EditNotifications, DecimalsAreTheSmallerOfTheStepsAndTheShownValues)
+{
+    TestDialog dlg(IDD_NUM_TEST);
+    CZxISControlEditDouble tolerance(L"QuantilPromile", 1, IDC_NUM_EDIT, 1, kNotify, false); // step 0.1
+    dlg.Attach(tolerance);
+    tolerance.Reinit();
+    const struct {
+        double value;
+        const wchar_t* shown;
+    } cases[] = {{1.0, L"1"}, {2.5, L"2.5"}, {1.07, L"1.1"}, {40.0, L"40"}};
+    for (const auto& c : cases) {
+        tolerance.SetEditValue(c.value);
+        EXPECT_EQ(ItemText(dlg, IDC_NUM_EDIT), c.shown) << c.value;
+    }
+}
+
+TEST_F(EditNotifications, RegistryFindsTheControlOfASubclassedEditUntilDetach)
+{
+    TestDialog dlg(IDD_NUM_TEST);
+    HWND edit = dlg.Item(IDC_NUM_EDIT);
+    const LONG_PTR original = GetWindowLongPtrW(edit, GWLP_WNDPROC);
+    CZxISControlEditDouble gain(L"Gain", 1, IDC_NUM_EDIT, 1, kNotify, false);
+    dlg.Attach(gain);
+    EXPECT_EQ(CZxISControlEditBase::FromWindow(reinterpret_cast<ZxHWnd>(edit)), &gain);
+    EXPECT_NE(GetWindowLongPtrW(edit, GWLP_WNDPROC), original);
+    gain.Detach();
+    EXPECT_EQ(CZxISControlEditBase::FromWindow(reinterpret_cast<ZxHWnd>(edit)), nullptr);
+    EXPECT_EQ(GetWindowLongPtrW(edit, GWLP_WNDPROC), original);
+}
+
+TEST_F(EditNotifications, UnusableDefinitionsAreReportedAndLeaveTheEditDisabled)
+{
+    TestDialog dlg(IDD_NUM_TEST);
+    OddCamera cam;
+    CZxVariant stepZero = CZxVariant::MakeRecord(L"RZxRangeDouble");
+    stepZero[L"m_dMin"] = 0.0;
+    stepZero[L"m_dMax"] = 1.0;
+    stepZero[L"m_dStep"] = 0.0;
+    cam.defs[L"StepZero"] = stepZero;
+    CZxISControlEditDouble edit(L"StepZero", 1, IDC_NUM_EDIT, 1, kNotify, false);
+    edit.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
+    zxtest::DiagCapture diag;
+    EXPECT_EQ(edit.Reinit(), -9);
+    EXPECT_TRUE(diag.Has(L"m_dStep missing or <=0", L"inputsetupcontrols"));
+    edit.Enable(true);
+    EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_NUM_EDIT)));
+    SZxGrabberPropertyValue v(L"StepZero");
+    EXPECT_EQ(edit.GetPropValForGeneric(v), -9);
+    CZxISControlEditDouble zeroScale(L"Gain", 1, IDC_NUM_EDIT, 1, kNotify, false, 0.0);
+    EXPECT_TRUE(diag.Has(L"scale==0 or not finite", L"inputsetupcontrols"));
+    EXPECT_EQ(zeroScale.GetScale(), 1.0);
+}

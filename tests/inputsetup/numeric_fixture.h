@@ -1,0 +1,105 @@
+// Shared by the numeric-control tests: a simulated camera that also describes
+// properties of shapes the camera itself does not have (odd or broken
+// definitions), and typing through the keyboard.
+#pragma once
+#include <windows.h>
+
+#include <commctrl.h>
+#include <map>
+#include <string>
+#include <vector>
+#include "numeric_test_resource.h"
+#include "zx_dialog.h"
+#include "zxsim/camera.h"
+
+namespace numtest {
+
+class OddCamera : public CZxSimCamera {
+public:
+    int PropGetDesc_WRP(uint32_t mode, const wchar_t* name, SZxGrabberPropertyDesc01& desc) override
+    {
+        auto it = name ? defs.find(name) : defs.end();
+        if (it == defs.end())
+            return CZxSimCamera::PropGetDesc_WRP(mode, name, desc);
+        desc.m_wstrName = name;
+        desc.varValDefinition = it->second;
+        return 0;
+    }
+    std::map<std::wstring, CZxVariant> defs;
+};
+
+inline CZxVariant Range(const wchar_t* type, const wchar_t* keys[3], double min, double max, double step)
+{
+    CZxVariant d = CZxVariant::MakeRecord(type);
+    const double v[3] = {min, max, step};
+    for (int i = 0; i < 3; ++i)
+        if (keys[i])
+            d[keys[i]] = v[i];
+    return d;
+}
+
+/// Selects the whole text of edit `id` and types `text` key by key.
+inline void Type(zxtest::TestDialog& dlg, int id, const wchar_t* text)
+{
+    SendMessageW(dlg.Item(id), EM_SETSEL, 0, -1);
+    for (const wchar_t* c = text; *c; ++c)
+        dlg.Key(id, LOBYTE(VkKeyScanW(*c)));
+}
+
+/// Real mouse input: moves to each point in screen coordinates and sends its
+/// button flags there; a `held` key is down around it all.
+inline void Mouse(std::initializer_list<std::pair<POINT, DWORD>> steps, UINT held = 0)
+{
+    std::vector<INPUT> in;
+    INPUT key{};
+    key.type = INPUT_KEYBOARD;
+    key.ki.wVk = static_cast<WORD>(held);
+    if (held)
+        in.push_back(key);
+    for (const auto& s : steps) {
+        INPUT m{};
+        m.type = INPUT_MOUSE;
+        m.mi.dx = MulDiv(s.first.x, 65535, GetSystemMetrics(SM_CXSCREEN) - 1);
+        m.mi.dy = MulDiv(s.first.y, 65535, GetSystemMetrics(SM_CYSCREEN) - 1);
+        m.mi.dwFlags = s.second | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+        in.push_back(m);
+    }
+    key.ki.dwFlags = KEYEVENTF_KEYUP;
+    if (held)
+        in.push_back(key);
+    SendInput(static_cast<UINT>(in.size()), in.data(), sizeof(INPUT));
+    zxtest::TestDialog::Pump();
+}
+
+/// Clicks the upper (up) or lower (down) arrow of up-down `id`.
+inline void ClickArrow(zxtest::TestDialog& dlg, int id, bool up, UINT held = 0)
+{
+    RECT rc;
+    GetWindowRect(dlg.Item(id), &rc);
+    const POINT p{(rc.left + rc.right) / 2, up ? rc.top + 3 : rc.bottom - 4};
+    SetForegroundWindow(dlg.Hwnd());
+    Mouse({{p, MOUSEEVENTF_LEFTDOWN}, {p, MOUSEEVENTF_LEFTUP}}, held);
+}
+
+inline std::wstring ItemText(zxtest::TestDialog& dlg, int id)
+{
+    wchar_t text[80] = {};
+    GetDlgItemTextW(dlg.Hwnd(), id, text, 80);
+    return text;
+}
+
+inline double Value(CZxSimCamera& cam, const wchar_t* name)
+{
+    SZxGrabberPropertyValue v(name);
+    cam.PropGetSingle_WRP(1, v);
+    return v.m_varValue.GetDouble();
+}
+
+inline void Set(CZxSimCamera& cam, const wchar_t* name, const CZxVariant& value)
+{
+    CZxVector_SZxGrabberPropertyValue values;
+    values.Add(SZxGrabberPropertyValue(name, value));
+    cam.PropSet_WRP(1, values, nullptr, false);
+}
+
+} // namespace numtest

@@ -1,0 +1,118 @@
+// Up-down controls with their buddy edits, clicked with the mouse (real input;
+// a click notifies twice, on press and on release).
+#include "numeric_fixture.h"
+#include "zx_test.h"
+
+using namespace numtest;
+using zxtest::TestDialog;
+
+namespace {
+int UpDownPos(TestDialog& dlg, int id) { return static_cast<int>(SendMessageW(dlg.Item(id), UDM_GETPOS32, 0, 0)); }
+} // namespace
+
+TEST(SpinControls, EachClickWritesOneStepOnBothNotifications)
+{
+    TestDialog dlg(IDD_NUM_TEST);
+    CZxISControlSpinDouble gain(L"Gain", 1, IDC_NUM_SPIN_EDIT, 1);
+    dlg.Attach(gain);
+    EXPECT_EQ(dlg.List()._FindControl(reinterpret_cast<ZxHWnd>(dlg.Item(IDC_NUM_SPIN)), ~0u), &gain);
+    Set(dlg.Camera(), L"Gain", 2.0);
+    dlg.List().ReinitAndUpdateMany(~0u);
+    EXPECT_EQ(ItemText(dlg, IDC_NUM_SPIN_EDIT), L"2.0");
+    ClickArrow(dlg, IDC_NUM_SPIN, true);
+    EXPECT_EQ(UpDownPos(dlg, IDC_NUM_SPIN), 11);
+    EXPECT_DOUBLE_EQ(Value(dlg.Camera(), L"Gain"), 2.1);
+    EXPECT_EQ(ItemText(dlg, IDC_NUM_SPIN_EDIT), L"2.1");
+    EXPECT_EQ(dlg.Notifications().size(), 2u) << "press and release each write";
+    ClickArrow(dlg, IDC_NUM_SPIN, false);
+    ClickArrow(dlg, IDC_NUM_SPIN, false);
+    EXPECT_DOUBLE_EQ(Value(dlg.Camera(), L"Gain"), 1.9);
+}
+
+TEST(SpinControls, ControlClickMovesTenStepsAndStopsAtTheRangeEnd)
+{
+    TestDialog dlg(IDD_NUM_TEST);
+    CZxISControlSpinDouble gain(L"Gain", 1, IDC_NUM_SPIN_EDIT, 1);
+    dlg.Attach(gain);
+    const struct {
+        double from;
+        bool up;
+        UINT control;
+        double to;
+    } cases[] = {{5.0, true, VK_LCONTROL, 6.0},   {5.0, false, VK_RCONTROL, 4.0},
+                 {15.5, true, VK_LCONTROL, 16.0}, {1.3, false, VK_LCONTROL, 1.0},
+                 {16.0, true, VK_LCONTROL, 16.0}, {5.0, true, 0, 5.1}};
+    for (const auto& c : cases) {
+        Set(dlg.Camera(), L"Gain", c.from);
+        dlg.List().ReinitAndUpdateMany(~0u);
+        ClickArrow(dlg, IDC_NUM_SPIN, c.up, c.control);
+        EXPECT_NEAR(Value(dlg.Camera(), L"Gain"), c.to, 1e-9) << c.from << " " << c.up << " " << c.control;
+        EXPECT_EQ(ItemText(dlg, IDC_NUM_SPIN_EDIT), CZxStringW::Formatted(L"%.1f", c.to).Std());
+        EXPECT_EQ(UpDownPos(dlg, IDC_NUM_SPIN), int(std::lround((c.to - 1) * 10)));
+    }
+}
+
+TEST(SpinControls, IntegerSpinShowsTheValueOverItsDenominator)
+{
+    TestDialog dlg(IDD_NUM_TEST);
+    OddCamera cam;
+    CZxVariant denomOnly = CZxVariant::MakeRecord(L"RZxRangeInt32");
+    denomOnly[L"m_iMin"] = 0;
+    denomOnly[L"m_iMax"] = 1000;
+    denomOnly[L"m_iStep"] = 10;
+    denomOnly[L"m_iDenom"] = 1000;
+    cam.defs[L"DenomOnly"] = denomOnly;
+    CZxISControlSpinInt gamma(L"Gamma", 1, IDC_NUM_SPININT_EDIT, 1);
+    gamma.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
+    gamma.Reinit();
+    gamma.Enable(true);
+    EXPECT_EQ(ItemText(dlg, IDC_NUM_SPININT_EDIT), L"1.00");
+    ClickArrow(dlg, IDC_NUM_SPININT, true);
+    SZxGrabberPropertyValue v(L"Gamma");
+    cam.PropGetSingle_WRP(1, v);
+    EXPECT_EQ(v.m_varValue, CZxVariant(105)) << "an integer step of 5";
+    EXPECT_EQ(ItemText(dlg, IDC_NUM_SPININT_EDIT), L"1.05");
+
+    gamma.ChangeName(L"DenomOnly");
+    EXPECT_EQ(gamma.Reinit(), 0);
+    EXPECT_EQ(gamma.GetPrecision(), 2) << "a denominator without precision shows two decimals";
+    CZxISControlSpinInt32 plain(L"DenomOnly", 1, IDC_NUM_SPININT_EDIT, 1);
+    plain.Attach(dlg.ZxHwnd(), &cam, nullptr);
+    EXPECT_EQ(plain.Reinit(), 0);
+    EXPECT_EQ(plain.GetDenom(), 0);
+    EXPECT_EQ(plain.GetPrecision(), 0);
+}
+
+TEST(SpinControls, UnusableDefinitionsAreReportedAndLeaveTheSpinDisabled)
+{
+    TestDialog dlg(IDD_NUM_TEST);
+    OddCamera cam;
+    CZxVariant stepZero = CZxVariant::MakeRecord(L"RZxRangeInt32");
+    stepZero[L"m_iMin"] = 0;
+    stepZero[L"m_iMax"] = 10;
+    stepZero[L"m_iStep"] = 0;
+    CZxVariant noMin = CZxVariant::MakeRecord(L"RZxRangeDouble");
+    noMin[L"m_dMax"] = 10.0;
+    noMin[L"m_dStep"] = 1.0;
+    cam.defs = {{L"StepZero", stepZero}, {L"NoMin", noMin}};
+    CZxISControlSpinInt spinInt(L"StepZero", 1, IDC_NUM_SPININT_EDIT, 1);
+    CZxISControlSpinDouble spinDouble(L"NoMin", 1, IDC_NUM_SPIN_EDIT, 1);
+    const struct {
+        CZxISControlSpinBase* control;
+        int edit, upDown;
+        const wchar_t* condition;
+    } cases[] = {{&spinInt, IDC_NUM_SPININT_EDIT, IDC_NUM_SPININT, L"m_iStep<=0"},
+                 {&spinDouble, IDC_NUM_SPIN_EDIT, IDC_NUM_SPIN, L"m_dMin missing or no finite number"}};
+    for (const auto& c : cases) {
+        c.control->Attach(dlg.ZxHwnd(), &cam, &dlg.List());
+        zxtest::DiagCapture diag;
+        EXPECT_EQ(c.control->Reinit(), -9);
+        EXPECT_TRUE(diag.Has(c.condition, L"inputsetupcontrols")) << c.condition;
+        c.control->Enable(true);
+        EXPECT_FALSE(IsWindowEnabled(dlg.Item(c.edit)));
+        EXPECT_FALSE(IsWindowEnabled(dlg.Item(c.upDown)));
+        EXPECT_FALSE(dlg.Scroll(c.upDown, SB_THUMBPOSITION, 3));
+        SZxGrabberPropertyValue v(L"x");
+        EXPECT_EQ(c.control->GetPropValForGeneric(v), -9);
+    }
+}
