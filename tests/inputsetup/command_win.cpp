@@ -209,7 +209,7 @@ TEST(AsyncCommand, InProgressModeTheWindowFollowsThePollAndItsCancelAbortsTheCam
     const CZxProgressDialog& progress = c.GetProgressDialog();
     ASSERT_TRUE(progress.IsOn());
     EXPECT_FALSE(IsWindowEnabled(dlg.Hwnd())) << "the dialog waits for the command";
-    EXPECT_EQ(dlg.Notifications().back(), (zxtest::Notification{WM_IS_REFRESH, 0xFFFFFFFF, 0, {}}));
+    EXPECT_EQ(dlg.Notifications().back(), zxtest::Notification(WM_IS_REFRESH, 0xFFFFFFFF, 0));
     ASSERT_TRUE(WaitForProgress(cam, 0.456));
     EXPECT_EQ(c.UpdateFromGeneric(), 0);
     EXPECT_EQ(progress.GetPos(), 46);
