@@ -503,14 +503,26 @@ bool CZxGrabberUI_Base::IS_Message(ZxHWnd zhwnd, UINT msg, int64_t wParam, int64
 
 // ---- Command menu ---------------------------------------------------------------------
 
+namespace {
+zxsetupui::SCommandMenuHost MenuHost(CZxGrabberUI_Base& ui, CZxGenProvider_Low* provider, CZxMenu* menu, HWND dlg,
+                                     uint32_t flags)
+{
+    zxsetupui::SCommandMenuHost host{provider, menu, dlg, &ui.GetControls(), flags, false, kSource, {}};
+    return host;
+}
+} // namespace
+
 void CZxGrabberUI_Base::CommandMenuCreate()
 {
-    zxsetupui::SCommandMenuHost host{m_pProvider, &m_commandMenu, m_hDlg, &m_controls, m_uiCommandFlags, false};
-    zxsetupui::CommandMenuCreate(host);
+    zxsetupui::CommandMenuCreate(MenuHost(*this, m_pProvider, &m_commandMenu, m_hDlg, m_uiCommandFlags));
 }
 
 void CZxGrabberUI_Base::CommandMenuHandle(uint32_t id)
 {
-    zxsetupui::SCommandMenuHost host{m_pProvider, &m_commandMenu, m_hDlg, &m_controls, m_uiCommandFlags, false};
+    zxsetupui::SCommandMenuHost host = MenuHost(*this, m_pProvider, &m_commandMenu, m_hDlg, m_uiCommandFlags);
+    host.hostCommand = [this](uint32_t command) {
+        if (command == zxsetupui::kMenuDefineROI)
+            Raise(evDefineROI, m_hDlg, 0, nullptr);
+    };
     zxsetupui::CommandMenuHandle(host, id);
 }
