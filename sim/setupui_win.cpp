@@ -8,6 +8,7 @@
 #include "zx/inputform.h"
 #include "zx/iscontrols_command.h"
 #include "zx/iscontrols_freecombo.h"
+#include "zx/iscontrols_numeric.h"
 
 namespace {
 const UINT_PTR kPollTimer = 1;
@@ -116,6 +117,9 @@ void CZxSimSetupUI::OnInitDialog(HWND hwnd)
         {new CZxISControlComboFreeExposure(L"Exposure", kModeInUse, IDC_ZX_EXPOSURE, kGroupValues,
                                            kExposureMessage, false),
          IDC_ZX_LBL_EXPOSURE},
+        {new CZxISControlScrollDouble(L"Gain", kModeInUse, IDC_ZX_GAIN, IDC_ZX_GAIN_TEXT, kGroupValues),
+         IDC_ZX_LBL_GAIN},
+        {new CZxISControlSpinInt32(L"Offset", kModeInUse, IDC_ZX_OFFSET_EDIT, kGroupValues), IDC_ZX_LBL_OFFSET},
         {new CZxISControlStatic(L"FrameRate", kModeInUse, IDC_ZX_INFO, kGroupPolled, L"%.1lf frames/s"),
          IDC_ZX_LBL_INFO},
         {new CZxISControlPushCommand(L"Snap", IDC_ZX_COMMAND1, kGroupCommands), 0},
@@ -135,13 +139,20 @@ void CZxSimSetupUI::OnInitDialog(HWND hwnd)
             SetDlgItemTextW(hwnd, item.labelId, (label.Std() + L":").c_str());
     }
 
-    // Items of the template this driver does not use.
-    for (int id : {IDC_ZX_AUTO, IDC_ZX_LBL_GAIN, IDC_ZX_GAIN,
-                   IDC_ZX_GAIN_TEXT, IDC_ZX_LBL_OFFSET, IDC_ZX_OFFSET_EDIT, IDC_ZX_OFFSET_SPIN, IDC_ZX_LBL_FORMAT,
-                   IDC_ZX_FORMAT, IDC_ZX_LBL_BINNING, IDC_ZX_BINNING, IDC_ZX_LBL_CHOICE, IDC_ZX_CHOICE1,
-                   IDC_ZX_CHOICE2, IDC_ZX_CHOICE3, IDC_ZX_COMMAND_STATUS})
-        if (!m_controls._FindControl(reinterpret_cast<ZxHWnd>(GetDlgItem(hwnd, id)), kAll))
-            ShowWindow(GetDlgItem(hwnd, id), SW_HIDE);
+    // Rows of the template this driver does not bind: label and items go.
+    const std::vector<std::vector<int>> rows = {
+        {IDC_ZX_AUTO},
+        {IDC_ZX_GAIN, IDC_ZX_LBL_GAIN, IDC_ZX_GAIN_TEXT},
+        {IDC_ZX_OFFSET_EDIT, IDC_ZX_LBL_OFFSET, IDC_ZX_OFFSET_SPIN},
+        {IDC_ZX_FORMAT, IDC_ZX_LBL_FORMAT},
+        {IDC_ZX_BINNING, IDC_ZX_LBL_BINNING},
+        {IDC_ZX_CHOICE1, IDC_ZX_LBL_CHOICE, IDC_ZX_CHOICE2, IDC_ZX_CHOICE3},
+        {IDC_ZX_COMMAND_STATUS},
+    };
+    for (const std::vector<int>& row : rows)
+        if (!m_controls._FindControl(reinterpret_cast<ZxHWnd>(GetDlgItem(hwnd, row[0])), kAll))
+            for (int id : row)
+                ShowWindow(GetDlgItem(hwnd, id), SW_HIDE);
 
     m_controls.ReinitMany(kAll);
     m_controls.UpdateFromGenericMany(kAll);

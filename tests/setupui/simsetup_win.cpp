@@ -77,10 +77,11 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
 {
     SZxGrabberCameraSettings before, after;
     camera.CameraSettingsGet_UNI_WRP(before, ZX_SETTINGS_ALL, true);
-    std::wstring initial[2], changed[2], restored[2];   // exposure combo, frame-rate static
-    auto read = [](HWND dlg, std::wstring* texts) {
-        texts[0] = Text(dlg, IDC_ZX_EXPOSURE);
-        texts[1] = Text(dlg, IDC_ZX_INFO);
+    const int shown[] = {IDC_ZX_EXPOSURE, IDC_ZX_INFO, IDC_ZX_GAIN_TEXT, IDC_ZX_OFFSET_EDIT};
+    std::wstring initial[4], changed[4], restored[4];
+    auto read = [&](HWND dlg, std::wstring* texts) {
+        for (int i = 0; i < 4; ++i)
+            texts[i] = Text(dlg, shown[i]);
     };
     RunInModalLoop([&] {
         HWND dlg = ui.GetHDlg();
@@ -89,7 +90,13 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
         HWND combo = GetDlgItem(dlg, IDC_ZX_EXPOSURE);
         SendMessageW(combo, CB_SETCURSEL, SendMessageW(combo, CB_GETCOUNT, 0, 0) - 1, 0);
         SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_ZX_EXPOSURE, CBN_SELCHANGE), LPARAM(combo));
-        SetDouble(camera, L"Gain", 4.0);
+        // A page to the right on the gain's scroll bar.
+        SendMessageW(dlg, WM_HSCROLL, SB_PAGERIGHT, LPARAM(GetDlgItem(dlg, IDC_ZX_GAIN)));
+        // The offset changed by the camera itself, shown after a refresh.
+        CZxVector_SZxGrabberPropertyValue offset(128);
+        offset.Add(SZxGrabberPropertyValue(L"Offset", CZxVariant(40)));
+        camera.PropSet_WRP(0, offset, nullptr, false);
+        SendMessageW(dlg, WM_IS_REFRESH, WPARAM(-1), 0);
         read(dlg, changed);
         SendMessageW(dlg, WM_COMMAND, IDCANCEL, LPARAM(GetDlgItem(dlg, IDCANCEL)));
         // Ended, not yet destroyed: the controls show what Cancel restored.
@@ -97,10 +104,10 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
     });
     EXPECT_EQ(ui.InputSetup(nullptr), IDCANCEL);
     EXPECT_EQ(initial[1], L"30.0 frames/s");
-    EXPECT_NE(changed[0], initial[0]);
-    EXPECT_NE(changed[1], initial[1]);
-    EXPECT_EQ(restored[0], initial[0]);
-    EXPECT_EQ(restored[1], initial[1]);
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_NE(changed[i], initial[i]) << "item " << shown[i];
+        EXPECT_EQ(restored[i], initial[i]) << "item " << shown[i];
+    }
     EXPECT_EQ(GetDouble(camera, L"Exposure"), 20.0);
     camera.CameraSettingsGet_UNI_WRP(after, ZX_SETTINGS_ALL, true);
     EXPECT_TRUE(after.m_vecPropFast == before.m_vecPropFast);
