@@ -1,7 +1,9 @@
 #include "commandmenu_win.h"
 
 #include <cwchar>
+#include <initializer_list>
 
+#include "zx/dialoghelpers.h"
 #include "zxhost/moduleevents.h"
 #include "zxhost/system.h"
 
@@ -228,8 +230,13 @@ void CommandMenuHandle(const SCommandMenuHost& host, uint32_t id)
         p->ROIEnable(!p->ROIEnabled());
         SendMessageW(host.dialog, WM_IS_FORMATCHANGED, mode, 0);
         Refresh(host, false);
-    } else if (id == kMenuNewSetting && host.hostCommand) {
-        host.hostCommand(id);
+    } else if (id == kMenuNewSetting) {
+        CZxStringW name;
+        if (NewSettingDlg(name, host.dialog, Tr(host, L"New Setting")) == 1) {
+            SZxGrabberCameraSettings s;
+            p->CameraSettingsGet_UNI_WRP(s, ZX_SETTINGS_ALL, true);
+            p->NamedSettingsAdd(name, s);
+        }
     }
 }
 

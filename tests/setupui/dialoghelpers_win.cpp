@@ -1,0 +1,127 @@
+// Dialog helpers: templates by language, the new-setting dialog driven as a
+// user drives it, and the base-priority test.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "setupui/commandmenu_win.h"
+#include "zx/dialoghelpers.h"
+#include "zx/grabberuibase.h"
+#include "zxhost/locale.h"
+#include "zxsim/camera.h"
+
+namespace {
+
+const WORD kGerman = MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN);
+
+// Runs `step` with the new-setting dialog once it is up (inside its modal loop).
+std::function<void(HWND)> g_step;
+void WithDialog(std::function<void(HWND)> step)
+{
+    g_step = std::move(step);
+    SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR id, DWORD) {
+        HWND dlg = GetActiveWindow();
+        if (!dlg || !GetDlgItem(dlg, 1001))
+            return;   // not up yet
+        KillTimer(nullptr, id);
+        auto step = std::move(g_step);
+        step(dlg);
+    });
+}
+
+std::wstring Text(HWND wnd)
+{
+    wchar_t t[512] = {};
+    GetWindowTextW(wnd, t, 512);
+    return t;
+}
+
+TEST(DialogHelpers, TemplatesFollowTheLanguageAndFallBackToNeutral)
+{
+    HMODULE lib = ZX_GetLibraryModule();
+    const WORD before = ZX_SetLanguageId(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US));
+    const DLGTEMPLATE* english = ZX_LoadDialogTemplate(L"NEW_SETTING", lib);
+    const DLGTEMPLATE* formEnglish = ZX_LoadDialogTemplate(L"INPUT_FORM", lib);
+    ZX_SetLanguageId(kGerman);
+    const DLGTEMPLATE* german = ZX_LoadDialogTemplate(L"NEW_SETTING", lib);
+    const DLGTEMPLATE* formGerman = ZX_LoadDialogTemplate(L"INPUT_FORM", lib);
+    EXPECT_NE(english, nullptr);
+    EXPECT_NE(german, nullptr);
+    EXPECT_NE(english, german);
+    EXPECT_NE(formGerman, nullptr) << "a neutral template serves every language";
+    EXPECT_EQ(formGerman, formEnglish);
+    EXPECT_EQ(ZX_LoadDialogTemplate(L"NO_SUCH_FORM", lib), nullptr);
+    // The German dialog through the dialog service: its own Cancel text.
+    std::wstring cancel;
+    WithDialog([&](HWND dlg) {
+        cancel = Text(GetDlgItem(dlg, 2002));
+        EndDialog(dlg, 7);
+    });
+    EXPECT_EQ(Dialog_Box_Param(lib, L"NEW_SETTING", nullptr,
+                               [](HWND, UINT msg, WPARAM, LPARAM) -> INT_PTR { return msg == WM_INITDIALOG; }, 0),
+              7);
+    EXPECT_EQ(cancel, L"Abbrechen");
+    ZX_SetLanguageId(before);
+}
+
+TEST(DialogHelpers, NewSettingDialogAsksUntilANameIsGiven)
+{
+    std::wstring caption, afterEnter, cut;
+    bool focusOnOk = false, openAfterEmptyOk = false;
+    WithDialog([&](HWND dlg) {
+        caption = Text(dlg);
+        HWND edit = GetDlgItem(dlg, 1001);
+        SendMessageW(edit, WM_KEYDOWN, VK_RETURN, 0);
+        focusOnOk = GetFocus() == GetDlgItem(dlg, 2001);
+        afterEnter = Text(edit);
+        // Pasted text beyond the limit is cut.
+        SendMessageW(edit, EM_SETSEL, 0, -1);
+        SendMessageW(edit, EM_REPLACESEL, TRUE, LPARAM(std::wstring(300, L'x').c_str()));
+        cut = Text(edit);
+        SetWindowTextW(edit, L"");
+        SendMessageW(dlg, WM_COMMAND, 2001, LPARAM(GetDlgItem(dlg, 2001)));
+        openAfterEmptyOk = IsWindowEnabled(dlg) && GetFocus() == edit;
+        SetWindowTextW(edit, L"Evening");
+        SendMessageW(dlg, WM_COMMAND, 2001, LPARAM(GetDlgItem(dlg, 2001)));
+    });
+    CZxStringW name(L"Morning");
+    EXPECT_EQ(NewSettingDlg(name, nullptr, L""), 1);
+    EXPECT_EQ(caption, L"New Setting");
+    EXPECT_TRUE(focusOnOk);
+    EXPECT_EQ(afterEnter, L"Morning") << "Enter neither closes nor clears";
+    EXPECT_EQ(cut.size(), 254u);
+    EXPECT_TRUE(openAfterEmptyOk);
+    EXPECT_EQ(name, CZxStringW(L"Evening"));
+
+    WithDialog([](HWND dlg) { SendMessageW(dlg, WM_COMMAND, IDCANCEL, 0); });
+    EXPECT_EQ(NewSettingDlg(name, nullptr, L"Title"), 2);
+    EXPECT_EQ(name, CZxStringW(L"Evening")) << "a cancelled dialog leaves the name";
+}
+
+TEST(DialogHelpers, NewSettingFromTheMenuAppearsInTheNextMenu)
+{
+    CZxSimCamera camera;
+    CZxMenu menu;
+    CZxISControlList controls;
+    const zxsetupui::SCommandMenuHost host{&camera, &menu, nullptr, &controls, zxsetupui::kGroupNamedSettings,
+                                           false, L"grabberuibase", {}};
+    WithDialog([](HWND dlg) {
+        SetDlgItemTextW(dlg, 1001, L"Night");
+        SendMessageW(dlg, WM_COMMAND, 2001, LPARAM(GetDlgItem(dlg, 2001)));
+    });
+    zxsetupui::CommandMenuHandle(host, zxsetupui::kMenuNewSetting);
+    zxsetupui::CommandMenuCreate(host);
+    EXPECT_EQ(menu.GetItemText(zxsetupui::kMenuSave + 1), CZxStringW(L"Night"));
+    EXPECT_TRUE(menu.IsEnabled(zxsetupui::kMenuLoad));
+}
+
+TEST(DialogHelpers, BasePriorityIsAllowedOnWinesAdministratorToken)
+{
+    // Wine's token is an administrator's and holds the privilege (not enabled).
+    EXPECT_TRUE(ZX_IsIspAllowed());
+}
+
+} // namespace
