@@ -109,7 +109,7 @@ TEST(Bayer, BadArgumentsAreReportedAndWriteNothing)
 
 TEST(Bayer, FramesBeyondTheCacheMatchTheReferenceLevel)
 {
-    // A destination above 32 MiB is written with streaming stores on wide levels;
+    // A destination above 16 MiB is written with streaming stores on wide levels;
     // the odd width makes the rows' output alignment differ from row to row.
     const uint32_t w = 2401, h = 2400;
     auto raw = zxtest::RandomFrame(w, h, 16, 1, 7);
