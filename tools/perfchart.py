@@ -90,6 +90,7 @@ set xtics rotate by -35 scale 0
 set grid ytics
 set key top right
 set bmargin 9
+set rmargin 10
 set title 'speed-up against OpenCV, one thread (median, bars: lowest and highest run)'
 set ylabel 'OpenCV time / our time'
 set yrange [0:*]
