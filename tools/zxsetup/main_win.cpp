@@ -2,10 +2,12 @@
 // simulated camera and its driver UI, starts the acquisition, and opens the
 // dialog the way the application does.
 //
-//   zxsetup [modal | modeless] [split] [auto] [exposure MS]
+//   zxsetup [modal | modeless] [split] [auto] [exposure MS] [named] [menu | newsetting]
 //
 // split starts in the per-colour histogram view, auto turns auto exposure on,
-// exposure sets the exposure time before the dialog opens.
+// exposure sets the exposure time before the dialog opens, named stores two
+// named settings; menu opens the command menu at its "Load Settings" entry and
+// newsetting the new-setting dialog once the dialog is up (for screenshots).
 #include <windows.h>
 
 #include <commctrl.h>
@@ -13,10 +15,43 @@
 #include <cwchar>
 #include <string>
 
+#include "zx/dialoghelpers.h"
+#include "zx/inputform.h"
 #include "zxsim/setupui.h"
 
 namespace {
 bool g_startSplit = false;
+CZxSimSetupUI* g_ui = nullptr;
+
+void Key(WORD vk)
+{
+    INPUT in[2] = {};
+    in[0].type = in[1].type = INPUT_KEYBOARD;
+    in[0].ki.wVk = in[1].ki.wVk = vk;
+    in[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    SendInput(2, in, sizeof(INPUT));
+}
+
+// Opens the command menu, then walks to its last entry ("Load Settings") and into it.
+void CALLBACK OpenMenu(HWND, UINT, UINT_PTR id, DWORD)
+{
+    KillTimer(nullptr, id);
+    SetTimer(nullptr, 0, 1000, [](HWND, UINT, UINT_PTR inner, DWORD) {
+        KillTimer(nullptr, inner);
+        Key(VK_UP);
+        Key(VK_RIGHT);
+    });
+    HWND dlg = g_ui->GetHDlg();
+    SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_ZX_COMMANDMENU, BN_CLICKED),
+                 LPARAM(GetDlgItem(dlg, IDC_ZX_COMMANDMENU)));
+}
+
+void CALLBACK OpenNewSetting(HWND, UINT, UINT_PTR id, DWORD)
+{
+    KillTimer(nullptr, id);
+    CZxStringW name(L"Evening");
+    NewSettingDlg(name, g_ui->GetHDlg(), nullptr);
+}
 
 // The application's event sink: it takes every event but leaves dialog
 // messages to the dialog, and answers the layout question of the histogram.
@@ -47,6 +82,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
     int argc = 0;
     wchar_t** argv = CommandLineToArgvW(GetCommandLineW(), &argc);
     bool modal = false;
+    TIMERPROC later = nullptr;
     CZxSimDriverCamera camera;
     for (int i = 1; i < argc; ++i) {
         const std::wstring a = argv[i];
@@ -58,12 +94,25 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
             SetProperty(camera, L"AutoExposure", CZxVariant(true));
         else if (a == L"exposure" && i + 1 < argc)
             SetProperty(camera, L"Exposure", CZxVariant(std::wcstod(argv[++i], nullptr)));
+        else if (a == L"named")
+            for (const wchar_t* name : {L"Bright field", L"Dark field"}) {
+                SZxGrabberCameraSettings s;
+                camera.CameraSettingsGet_UNI_WRP(s, ZX_SETTINGS_ALL, true);
+                camera.NamedSettingsAdd(name, s);
+            }
+        else if (a == L"menu")
+            later = &OpenMenu;
+        else if (a == L"newsetting")
+            later = &OpenNewSetting;
     }
     LocalFree(argv);
 
     CZxSimSetupUI ui(camera);
     ui.Init(&camera, &OnEvent);
     ui.StartAcquisition();
+    g_ui = &ui;
+    if (later)
+        SetTimer(nullptr, 0, 1500, later);
     int result = 0;
     if (modal) {
         result = ui.InputSetup(nullptr);
