@@ -70,7 +70,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         lut.dMinSrc = AnyDouble(in);
         lut.dMaxSrc = AnyDouble(in);
         lut.dGamma = AnyDouble(in);
-        for (int c = 0; c < ZX_HISTO_MAX_COMP; ++c) {
+        for (uint32_t c = 0; c < ZX_HISTO_MAX_COMP; ++c) {
             lut.adMinSrc[c] = AnyDouble(in);
             lut.adMaxSrc[c] = AnyDouble(in);
             lut.adGamma[c] = AnyDouble(in);
@@ -99,7 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
                 for (size_t i = 0; i < n && in.RestSize(); ++i)
                     v[i] = in.Take<uint8_t>() ? uint32_t(in.Take<uint16_t>()) << (in.Take<uint8_t>() % 17) : 0;
             h.pdwHisto = (present & 1) ? arrays[0].data() : nullptr;
-            for (int c = 0; c < ZX_HISTO_MAX_COMP; ++c)
+            for (uint32_t c = 0; c < ZX_HISTO_MAX_COMP; ++c)
                 h.pdwCompHisto[c] = (present & (2 << c)) ? arrays[c + 1].data() : nullptr;
             model.SetHistogram(h, pixelKind, lutArg);
         }

@@ -53,7 +53,7 @@ private:
     friend struct SZxProgressWindow;
     ZxHWnd m_hWnd = nullptr;
     ZxHWnd m_hOwner = nullptr;
-    bool m_bOwnerWasEnabled = false;
+    [[maybe_unused]] bool m_bOwnerWasEnabled = false;   // read only by the Windows window code
     bool m_bOn = false;
     bool m_bCancelled = false;
     int m_iMin = 0;
