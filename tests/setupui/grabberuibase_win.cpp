@@ -294,6 +294,23 @@ TEST_F(GrabberUIBase, HelpAndPropertyMessagesBecomeEvents)
     EXPECT_FALSE(Message(WM_IS_STATECHANGE, 0, 0));
 }
 
+TEST_F(GrabberUIBase, LiveChangeReachesTheDialogOnlyWhenNotBusy)
+{
+    ASSERT_TRUE(host.Open(false));
+    auto liveMessages = [] {
+        int n = 0;
+        for (const Event& e : g_events)
+            n += e.event == IZxGrabberUI::evMessage && e.value == WM_ZX_LIVECHANGE;
+        return n;
+    };
+    host.OnLiveChange(true, 2);
+    EXPECT_EQ(liveMessages(), 1);
+    host.IS_SetWaitCursor(true);
+    host.OnLiveChange(false, 2);
+    EXPECT_EQ(liveMessages(), 1);
+    host.IS_SetWaitCursor(false);
+}
+
 // ---- Wait cursor and menu -------------------------------------------------------------
 
 TEST_F(GrabberUIBase, NestedWaitCursorSurvivesOneOffButBusyDoesNot)
