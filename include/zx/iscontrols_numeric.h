@@ -292,7 +292,7 @@ public:
 
     /// Creates the process-wide registry of subclassed edits (again: nothing).
     static void Init();
-    /// Destroys it; edits still attached stay subclassed until they detach.
+    /// Destroys it; edits still attached get their own window procedure back.
     static void Done();
     /// The control attached to an edit window, or null.
     static CZxISControlEditBase* FromWindow(ZxHWnd edit);

@@ -75,6 +75,17 @@ void CZxISControlEditBase::Init()
 
 void CZxISControlEditBase::Done()
 {
+    if (!g_registry)
+        return;
+    // Edits still attached get their own procedure back: without the registry
+    // the subclass procedure could not find it any more.
+    for (auto& e : g_registry->edits) {
+        CZxISControlEditBase* c = e.second;
+        if (IsWindow(e.first) && GetWindowLongPtrW(e.first, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(&EditHook))
+            SetWindowLongPtrW(e.first, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(c->m_pOldProc));
+        c->m_hEdit = nullptr;
+        c->m_pOldProc = nullptr;
+    }
     delete g_registry;
     g_registry = nullptr;
 }

@@ -162,6 +162,10 @@ TEST_F(EditNotifications, RegistryFindsTheControlOfASubclassedEditUntilDetach)
     gain.Detach();
     EXPECT_EQ(CZxISControlEditBase::FromWindow(reinterpret_cast<ZxHWnd>(edit)), nullptr);
     EXPECT_EQ(GetWindowLongPtrW(edit, GWLP_WNDPROC), original);
+    dlg.Attach(gain);
+    CZxISControlEditBase::Done(); // with the edit still attached
+    EXPECT_EQ(GetWindowLongPtrW(edit, GWLP_WNDPROC), original);
+    CZxISControlEditBase::Init();
 }
 
 TEST_F(EditNotifications, UnusableDefinitionsAreReportedAndLeaveTheEditDisabled)
