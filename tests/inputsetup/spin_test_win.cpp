@@ -41,7 +41,7 @@ TEST(SpinControls, ControlClickMovesTenStepsAndStopsAtTheRangeEnd)
         double to;
     } cases[] = {{5.0, true, VK_LCONTROL, 6.0},   {5.0, false, VK_RCONTROL, 4.0},
                  {15.5, true, VK_LCONTROL, 16.0}, {1.3, false, VK_LCONTROL, 1.0},
-                 {16.0, true, VK_LCONTROL, 16.0}, {5.0, true, 0, 5.1}};
+                 {16.0, true, VK_LCONTROL, 16.0}};
     for (const auto& c : cases) {
         Set(dlg.Camera(), L"Gain", c.from);
         dlg.List().ReinitAndUpdateMany(~0u);
