@@ -66,6 +66,8 @@ int CZxSimGrabber::HWUnitNext_UNI_WRP(SZxGrabberHWUnit& unit)
 
 int CZxSimGrabber::HWUnitGet_UNI_WRP(SZxGrabberHWUnit& unit)
 {
+    if (m_current >= m_units.size())
+        return ZX_E_FAIL;
     unit = m_units[m_current]->unit;
     return ZX_OK;
 }
@@ -135,6 +137,8 @@ int CZxSimGrabber::CameraGet_WRP(int index, SZxGrabberCameraDesc& camera)
 
 int CZxSimGrabber::CameraSet_WRP(const wchar_t* name)
 {
+    if (m_current >= m_units.size())
+        return ZX_E_FAIL;
     for (const auto& c : m_units[m_current]->cameras)
         if (name && std::wcscmp(c.m_wszName, name) == 0) {
             m_cameras[static_cast<size_t>(m_active)]->SetCamera(c);
@@ -163,5 +167,34 @@ bool CZxSimGrabber::AddCamera(const wchar_t* unitName, const SZxGrabberCameraDes
     if (!u)
         return false;
     u->cameras.push_back(camera);
+    return true;
+}
+
+bool CZxSimGrabber::AddUnit(const wchar_t* name, const wchar_t* connection)
+{
+    if (!name || !*name || FindUnit(name))
+        return false;
+    auto u = std::make_unique<SUnit>();
+    u->unit.Set(name, connection);
+    m_units.push_back(std::move(u));
+    return true;
+}
+
+void CZxSimGrabber::RemoveAllUnits()
+{
+    m_units.clear();
+    m_current = 0;
+}
+
+bool CZxSimGrabber::AddCameras(const wchar_t* unitName, const wchar_t* prefix, int count)
+{
+    SUnit* u = FindUnit(unitName);
+    if (!u)
+        return false;
+    for (int i = 0; i < count; ++i) {
+        const CZxStringW name = CZxStringW::Formatted(L"%s %02d", prefix, i + 1);
+        const CZxStringW full = CZxStringW::Formatted(L"%s %02d (SN %04d)", prefix, i + 1, 100 + i);
+        u->cameras.push_back(MakeCamera(name, name, full, i % 2 == 0, i % 3 != 2));
+    }
     return true;
 }

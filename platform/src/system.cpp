@@ -4,6 +4,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 namespace {
 
@@ -18,9 +19,19 @@ void DefaultLogSink(int level, const wchar_t* text)
     std::fprintf(stderr, "log[%d]: %ls\n", level, text ? text : L"");
 }
 
+// Without a translation table a text is shown as written, less a translator's
+// note such as "Mono (camera type <- !don't_translate!)", which keys a word
+// that has several meanings.
 CZxStringW IdentityTranslation(const wchar_t* text, const wchar_t*)
 {
-    return CZxStringW(text);
+    std::wstring t(text);
+    const std::wstring note = L" <- !don't_translate!)";
+    if (t.size() > note.size() && t.compare(t.size() - note.size(), note.size(), note) == 0) {
+        const size_t open = t.rfind(L" (");
+        if (open != std::wstring::npos)
+            t.resize(open);
+    }
+    return CZxStringW(t);
 }
 
 std::atomic<PFN_ZxDiagSink> g_diagSink{&DefaultDiagSink};

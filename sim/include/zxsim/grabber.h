@@ -35,7 +35,7 @@ public:
     int SecGrabber_SetActive(int instance) override;
     CZxGenProvider_Low* GetProvider_Low() override { return m_cameras[static_cast<size_t>(m_active)].get(); }
 
-    CZxStringW GrabberDriverGetClassNameLogical() override { return ZXSIM_DRIVER_CLASS; }
+    CZxStringW GrabberDriverGetClassNameLogical() override { return m_className; }
     CZxStringW GrabberDriverNameLocalisedGet() override { return L"Simulated Camera"; }
 
     // ---- Driver side
@@ -43,6 +43,16 @@ public:
     CZxSimCamera* Camera(int instance);
     /// Adds a camera to a unit's list (by unit name); false when there is no such unit.
     bool AddCamera(const wchar_t* unitName, const SZxGrabberCameraDesc& camera);
+    /// Appends a unit without cameras (names must be unique); false when the name is taken or empty.
+    bool AddUnit(const wchar_t* name, const wchar_t* connection);
+    /// Removes every unit (the secondary grabbers keep their open cameras).
+    void RemoveAllUnits();
+    /// Appends `count` cameras named "<prefix> NN", mono and colour alternating,
+    /// every third one not connected; false when there is no such unit.
+    bool AddCameras(const wchar_t* unitName, const wchar_t* prefix, int count);
+    /// The logical driver class reported (ZXSIM_DRIVER_CLASS by default), so a
+    /// test can act as a driver whose class the library treats specially.
+    void SetDriverClassName(const wchar_t* name) { m_className = name; }
     void SetPreviewAvailable(bool on) { m_bPreview = on; }
     void SetConnectionUiAvailable(bool on) { m_bConnectionUi = on; }
     /// The answer of the next connection dialog: the unit the user defines.
@@ -63,4 +73,5 @@ private:
     bool m_bPreview = false;
     bool m_bConnectionUi = true;
     std::vector<SZxGrabberHWUnit> m_connections;
+    CZxStringW m_className = ZXSIM_DRIVER_CLASS;
 };

@@ -1,0 +1,54 @@
+#include <windows.h>
+
+#include "zxhost/guielement.h"
+
+CZxGUIElement::CZxGUIElement() = default;
+
+CZxGUIElement::~CZxGUIElement() { CZxGUIElement::DestroyUI(); }
+
+void CZxGUIElement::DestroyUI()
+{
+    HWND w = reinterpret_cast<HWND>(m_hWnd);
+    m_hWnd = nullptr;
+    if (w && IsWindow(w))
+        DestroyWindow(w);
+}
+
+int CZxGUIElement::SetPosition(int x, int y, int width, int height)
+{
+    HWND w = reinterpret_cast<HWND>(m_hWnd);
+    if (!w)
+        return -9;
+    return SetWindowPos(w, nullptr, x, y, width, height, SWP_NOZORDER | SWP_NOACTIVATE) ? 0 : -11;
+}
+
+int CZxGUIElement::Show(int show)
+{
+    HWND w = reinterpret_cast<HWND>(m_hWnd);
+    if (!w)
+        return -9;
+    ShowWindow(w, show ? SW_SHOW : SW_HIDE);
+    return 0;
+}
+
+int CZxGUIElement::SetFloating(int floating)
+{
+    m_bFloating = floating != 0;
+    return 0;
+}
+
+void CZxGUIElement::SetHandler(PFN_ZxGUIElementHandler handler, void* context)
+{
+    m_pfnHandler = handler;
+    m_pHandlerContext = context;
+}
+
+int CZxGUIElement::FireEvent(int32_t code, uint32_t message, uintptr_t wParam, intptr_t lParam)
+{
+    if (!m_pfnHandler)
+        return 0;
+    SZxGUIElementEvent e{sizeof(SZxGUIElementEvent), code, this, m_hWnd, message, 0, wParam, lParam, 0};
+    return m_pfnHandler(m_pHandlerContext, &e);
+}
+
+static_assert(sizeof(void*) != 8 || sizeof(SZxGUIElementEvent) == 56, "the event record is 56 bytes");

@@ -1,0 +1,377 @@
+// Device selection: the entry points' dialogs driven from inside their modal
+// loops with list-view notifications and clicks, over the simulated grabber.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "zx/grabbersupport.h"
+#include "zx/selectionids.h"
+#include "zx/status.h"
+#include "zx_modal.h"
+#include "zx_test.h"
+#include "zxsim/grabber.h"
+
+using zxtest::ClickButton;
+using zxtest::DriveModal;
+using zxtest::ItemText;
+
+namespace {
+
+// The child dialog of an element, found by its title.
+HWND Element(HWND host, const wchar_t* title)
+{
+    for (HWND c = FindWindowExW(host, nullptr, L"#32770", nullptr); c; c = FindWindowExW(host, c, L"#32770", nullptr))
+        if (ItemText(c, 0) == title)
+            return c;
+    return nullptr;
+}
+HWND UnitElement(HWND host) { return Element(host, L"Select HW Unit"); }
+HWND CameraElement(HWND host) { return Element(host, L"Camera Selection"); }
+
+HWND List(HWND element) { return GetDlgItem(element, IDC_SEL_LIST); }
+int Rows(HWND element) { return int(ListView_GetItemCount(List(element))); }
+int Selected(HWND element) { return int(ListView_GetNextItem(List(element), -1, LVNI_SELECTED)); }
+
+std::wstring Cell(HWND list, int row, int column)
+{
+    wchar_t buf[300] = {};
+    ListView_GetItemText(list, row, column, buf, 300);
+    return buf;
+}
+
+// The user clicks a row: the list view itself reports LVN_ITEMCHANGED to the element.
+void SelectRow(HWND list, int row)
+{
+    ListView_SetItemState(list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    if (row >= 0)
+        ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+// A double click on a row, as the list view reports it.
+void DoubleClick(HWND list, int row)
+{
+    SelectRow(list, row);
+    NMITEMACTIVATE nm{};
+    nm.hdr.hwndFrom = list;
+    nm.hdr.idFrom = UINT_PTR(GetDlgCtrlID(list));
+    nm.hdr.code = NM_DBLCLK;
+    nm.iItem = row;
+    SendMessageW(GetParent(list), WM_NOTIFY, nm.hdr.idFrom, reinterpret_cast<LPARAM>(&nm));
+}
+
+std::unique_ptr<SZxGrabberHWUnit> Unit(const wchar_t* name = L"", const wchar_t* connection = L"")
+{
+    return std::make_unique<SZxGrabberHWUnit>(name, connection);
+}
+
+int SelectUnit(CZxSimGrabber& g, SZxGrabberHWUnit& unit, const std::function<void(HWND)>& script,
+               bool* ran = nullptr, bool flag = false)
+{
+    return DriveModal([&] { return CZxGrabberSupport::HWUnitSelect(nullptr, &g, unit, flag); }, script, ran);
+}
+
+} // namespace
+
+TEST(Selection, WithoutGrabberEverySelectFails)
+{
+    auto unit = Unit();
+    CZxStringW camera(L"kept");
+    EXPECT_EQ(CZxGrabberSupport::HWUnitSelect(nullptr, nullptr, *unit, false), ZX_E_FAIL);
+    EXPECT_EQ(CZxGrabberSupport::CameraSelect(nullptr, nullptr, camera), ZX_E_FAIL);
+    EXPECT_EQ(CZxGrabberSupport::HWUnitAndCameraSelect(nullptr, nullptr, *unit, camera, false), ZX_E_FAIL);
+    EXPECT_EQ(CZxGrabberSupport::HWUnitPreviewTab(nullptr, nullptr), nullptr);
+    EXPECT_STREQ(camera.GetString(), L"kept");
+    CZxSimGrabber g;
+    EXPECT_EQ(CZxGrabberSupport::HWUnitPreviewTab(nullptr, &g), nullptr);   // no previews
+}
+
+TEST(Selection, UnitListPreselectsOnlyAnExactMatchAndCancelIsMinus8)
+{
+    CZxSimGrabber g;
+    g.SetConnectionUiAvailable(false);
+    g.AddUnit(L"SimLink 2", L"sim://link2");
+    struct Case {
+        const wchar_t *name, *connection;
+        int selected;
+    } cases[] = {{L"SimLink 1", L"sim://link1?speed=full", 1},
+                 {L"SimLink 1", L"sim://link1", 0},
+                 {L"SimLink 9", L"sim://link1?speed=full", 0}};
+    for (const Case& c : cases) {
+        auto unit = Unit(c.name, c.connection);
+        int selected = -1, rows = 0;
+        std::wstring title, second;
+        EXPECT_EQ(SelectUnit(g, *unit,
+                             [&](HWND host) {
+                                 title = ItemText(host, 0);
+                                 HWND el = UnitElement(host);
+                                 rows = Rows(el);
+                                 selected = Selected(el);
+                                 second = Cell(List(el), 1, 1);
+                                 ClickButton(host, IDCANCEL);
+                             }),
+                  ZX_E_CANCELLED);
+        EXPECT_EQ(title, L"Select HW Unit");
+        EXPECT_EQ(rows, 3);
+        EXPECT_EQ(second, L"sim://link1?speed=full");
+        EXPECT_EQ(selected, c.selected) << c.connection;
+        EXPECT_STREQ(unit->m_wszName, c.name);   // cancelled: the record stays
+    }
+}
+
+TEST(Selection, TitleNamesTheGrabberWhenThereAreSeveral)
+{
+    CZxSimGrabber g(2);
+    for (int active : {0, 1}) {
+        g.SecGrabber_SetActive(active);
+        auto unit = Unit();
+        std::wstring title;
+        SelectUnit(g, *unit, [&](HWND host) {
+            title = ItemText(host, 0);
+            ClickButton(host, IDCANCEL);
+        });
+        EXPECT_EQ(title, active ? L"Select Secondary Grabber HW Unit (Simulated Camera)"
+                                : L"Select Primary Grabber HW Unit (Simulated Camera)");
+    }
+}
+
+TEST(Selection, StartUpDecisionTakesTheOnlyUnitOrGivesUp)
+{
+    struct Case {
+        int units;
+        bool connectionUi, flag;
+        bool dialogShown;
+        int result;
+        const wchar_t* chosen;
+    } cases[] = {
+        {1, false, false, false, ZX_OK, L"Only"},            // taken without asking
+        {1, false, true, true, ZX_E_CANCELLED, L""},         // the flag keeps the dialog
+        {1, true, false, true, ZX_E_CANCELLED, L""},         // two rows: the user decides
+        {0, false, false, false, ZX_E_CANCELLED, L""},       // nothing to choose
+        {0, true, false, false, ZX_E_CANCELLED, L""},        // only the user row, connection dialog cancelled
+    };
+    for (const Case& c : cases) {
+        CZxSimGrabber g;
+        g.RemoveAllUnits();
+        if (c.units)
+            g.AddUnit(L"Only", L"sim://only");
+        g.SetConnectionUiAvailable(c.connectionUi);
+        auto unit = Unit();
+        bool ran = false;
+        EXPECT_EQ(SelectUnit(g, *unit, [](HWND host) { ClickButton(host, IDCANCEL); }, &ran, c.flag), c.result);
+        EXPECT_EQ(ran, c.dialogShown) << c.units << c.connectionUi << c.flag;
+        EXPECT_STREQ(unit->m_wszName, c.chosen);
+    }
+}
+
+TEST(Selection, UnitListIsCappedAndAcceptsClicksDoubleClicksAndTheUserRow)
+{
+    CZxSimGrabber g;
+    for (int i = 2; i < 40; ++i)
+        g.AddUnit(CZxStringW::Formatted(L"Bulk %02d", i), CZxStringW::Formatted(L"sim://bulk%d", i));
+    auto unit = Unit();
+    int rows = 0;
+    std::wstring userRow, last;
+    // Selection by a click on row 2 (the second unit), then OK.
+    EXPECT_EQ(SelectUnit(g, *unit,
+                         [&](HWND host) {
+                             HWND el = UnitElement(host);
+                             rows = Rows(el);
+                             userRow = Cell(List(el), 0, 0);
+                             last = Cell(List(el), rows - 1, 0);
+                             SelectRow(List(el), 2);
+                             ClickButton(host, IDOK);
+                         }),
+              ZX_OK);
+    EXPECT_EQ(rows, 33);   // the user row and 32 of 40 units
+    EXPECT_EQ(userRow, L"User Defined Connection...");
+    EXPECT_EQ(last, L"Bulk 31");
+    EXPECT_STREQ(unit->m_wszName, L"SimLink 1");
+    EXPECT_STREQ(unit->m_wszConnectionString, L"sim://link1?speed=full");
+
+    // A double click accepts at once.
+    EXPECT_EQ(SelectUnit(g, *unit, [](HWND host) { DoubleClick(List(UnitElement(host)), 5); }), ZX_OK);
+    EXPECT_STREQ(unit->m_wszName, L"Bulk 04");   // row 0 is the user row
+
+    // The user row opens the connection dialog; the defined unit is added and chosen.
+    g.QueueConnection(SZxGrabberHWUnit(L"Lab", L"sim://lab"));
+    EXPECT_EQ(SelectUnit(g, *unit, [](HWND host) { DoubleClick(List(UnitElement(host)), 0); }), ZX_OK);
+    EXPECT_STREQ(unit->m_wszConnectionString, L"sim://lab");
+    // OK with nothing selected: the element answers that it failed, the dialog ends as cancelled.
+    EXPECT_EQ(SelectUnit(g, *unit,
+                         [&](HWND host) {
+                             SelectRow(List(UnitElement(host)), -1);
+                             ClickButton(host, IDOK);
+                         }),
+              ZX_E_CANCELLED);
+    EXPECT_STREQ(unit->m_wszName, L"Lab");
+}
+
+TEST(Selection, CameraListCapsTypesStatusAndTakesTheFirstRowByDefault)
+{
+    CZxSimGrabber g;
+    g.AddCameras(L"SimLink 0", L"Bulk", 20);
+    const double oldZoom = ZX_SetGUIZoom(1.5);
+    CZxStringW camera;
+    int rows = 0, selected = -2, typeWidth = 0;
+    std::vector<std::wstring> row2;
+    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); },
+                         [&](HWND host) {
+                             EXPECT_EQ(ItemText(host, 0), L"Select Camera");
+                             HWND el = CameraElement(host);
+                             rows = Rows(el);
+                             selected = Selected(el);
+                             typeWidth = ListView_GetColumnWidth(List(el), 1);
+                             for (int c = 0; c < 3; ++c)
+                                 row2.push_back(Cell(List(el), 4, c));
+                             EXPECT_EQ(ItemText(el, IDC_SEL_LABEL2), L"Simulated Camera");
+                             SelectRow(List(el), -1);
+                             ClickButton(host, IDOK);
+                         }),
+              ZX_OK);
+    ZX_SetGUIZoom(oldZoom);
+    EXPECT_EQ(rows, 15);
+    EXPECT_EQ(selected, 0);   // the current camera is preselected
+    EXPECT_EQ(typeWidth, 120);
+    // Bulk 03: the third added camera (mono, not connected), after the unit's own two.
+    EXPECT_EQ(row2, (std::vector<std::wstring>{L"Bulk 03", L"Mono", L"Unknown"}));
+    EXPECT_STREQ(camera.GetString(), L"SIM-M2048-0001");   // nothing selected: row 0
+
+    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); },
+                         [&](HWND host) { DoubleClick(List(CameraElement(host)), 3); }),
+              ZX_OK);
+    EXPECT_STREQ(camera.GetString(), L"Bulk 02");
+    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); },
+                         [&](HWND host) { ClickButton(host, IDCANCEL); }),
+              ZX_E_FAIL);
+}
+
+TEST(Selection, MultiHeadDriversWidenTheCameraListToTheLongNames)
+{
+    CZxSimGrabber g;
+    g.AddCameras(L"SimLink 1", L"Scientific CMOS camera with a long model designation", 1);
+    LONG width[2] = {};
+    std::wstring first[2];
+    int i = 0;
+    for (const wchar_t* cls : {ZXSIM_DRIVER_CLASS, L"CZxGrabberDriverHeadU3"}) {
+        g.SetDriverClassName(cls);
+        CZxStringW camera;
+        DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); },
+                   [&](HWND host) {
+                       HWND el = CameraElement(host);
+                       // The host sizes the list to its area; the frame keeps the widened size.
+                       RECT r{};
+                       GetWindowRect(GetDlgItem(el, IDC_SEL_FRAME), &r);
+                       width[i] = r.right - r.left;
+                       first[i] = Cell(List(el), 1, 0);
+                       ClickButton(host, IDCANCEL);
+                   });
+        ++i;
+    }
+    EXPECT_EQ(first[0], L"Sim C2048");
+    EXPECT_EQ(first[1], L"Sim C2048 (SN 0002)");
+    EXPECT_GT(width[1], width[0]);
+}
+
+TEST(Selection, CombinedDialogFollowsTheUnitAndCancelIsMinus9)
+{
+    CZxSimGrabber g;
+    g.SetConnectionUiAvailable(false);
+    g.AddUnit(L"Empty", L"sim://empty");
+    auto unit = Unit();
+    CZxStringW camera;
+    bool hiddenForEmpty = false, backAgain = false;
+    std::wstring link1Camera;
+    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::HWUnitAndCameraSelect(nullptr, &g, *unit, camera, true); },
+                         [&](HWND host) {
+                             HWND units = UnitElement(host), cams = CameraElement(host);
+                             SelectRow(List(units), 2);   // "Empty": the camera chooser ends
+                             hiddenForEmpty = !IsWindowVisible(cams);
+                             SelectRow(List(units), 1);
+                             backAgain = IsWindowVisible(cams) && Rows(cams) == 1;
+                             link1Camera = Cell(List(cams), 0, 0);
+                             ClickButton(host, IDOK);
+                         }),
+              ZX_OK);
+    EXPECT_TRUE(hiddenForEmpty);
+    EXPECT_TRUE(backAgain);
+    EXPECT_EQ(link1Camera, L"Sim M1024");
+    EXPECT_STREQ(unit->m_wszName, L"SimLink 1");
+    EXPECT_STREQ(camera.GetString(), L"SIM-M1024-0003");
+    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::HWUnitAndCameraSelect(nullptr, &g, *unit, camera, true); },
+                         [](HWND host) { ClickButton(host, IDCANCEL); }),
+              ZX_E_FAIL);
+}
+
+TEST(Selection, PreviewPadListsUnitsAddsConnectionsAndAcceptsDoubleClicks)
+{
+    CZxSimGrabber g;
+    g.SetPreviewAvailable(true);
+    auto unit = Unit();
+    auto padList = [](HWND host) { return FindWindowExW(FindWindowExW(host, nullptr, L"ZxHWUnitPreviewPad", nullptr),
+                                                        nullptr, WC_LISTVIEWW, nullptr); };
+    int items = 0;
+    EXPECT_EQ(SelectUnit(g, *unit,
+                         [&](HWND host) {
+                             EXPECT_EQ(ItemText(host, IDC_SEL_ADD), L"Add...");
+                             items = ListView_GetItemCount(padList(host));
+                             SelectRow(padList(host), 1);
+                             ClickButton(host, IDOK);
+                         }),
+              ZX_OK);
+    EXPECT_EQ(items, 2);
+    EXPECT_STREQ(unit->m_wszName, L"SimLink 1");
+
+    // "Add..." defines a unit; a double click on it accepts through the element's event.
+    g.QueueConnection(SZxGrabberHWUnit(L"Lab", L"sim://lab"));
+    EXPECT_EQ(SelectUnit(g, *unit,
+                         [&](HWND host) {
+                             ClickButton(host, IDC_SEL_ADD);
+                             items = ListView_GetItemCount(padList(host));
+                             DoubleClick(padList(host), 2);
+                         }),
+              ZX_OK);
+    EXPECT_EQ(items, 3);
+    EXPECT_STREQ(unit->m_wszConnectionString, L"sim://lab");
+
+    // The tab variant: a pad the caller places into its own window.
+    IZxGUIElement* tab = CZxGrabberSupport::HWUnitPreviewTab(nullptr, &g);
+    ASSERT_NE(tab, nullptr);
+    HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 400, 300, nullptr, nullptr, nullptr, nullptr);
+    ASSERT_NE(tab->CreateUI(L"HWUnitPreviewPad", 0, reinterpret_cast<ZxHWnd>(owner), nullptr, nullptr), nullptr);
+    EXPECT_EQ(static_cast<CZxHWUnitPreviewPad*>(tab)->GetItemCount(), 3);
+    tab->DestroyUI();
+    delete tab;
+    DestroyWindow(owner);
+}
+
+TEST(Selection, EventForwarderNeedsItsContextAndTurnsAcceptIntoOk)
+{
+    zxtest::DiagCapture diag;
+    SZxGUIElementEvent e{sizeof(SZxGUIElementEvent), ZX_GUIEVENT_ACCEPT, nullptr, nullptr, 0, 0, 0, 0, 0};
+    EXPECT_EQ(CZxGrabberSupport::ElementEventForwarder(nullptr, &e), 0);
+    EXPECT_TRUE(diag.Has(L"pParam == NULL", L"czxgrabbersupport"));
+
+    static int seen = 0;
+    static WPARAM command = 0;
+    seen = 0;
+    command = 0;
+    HWND target = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(target, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(+[](HWND h, UINT m, WPARAM w, LPARAM l) -> LRESULT {
+        if (m == WM_COMMAND)
+            command = w;
+        return DefWindowProcW(h, m, w, l);
+    }));
+    CZxGrabberSupport::SZxElementForward fwd{target, [](void*, SZxGUIElementEvent*) { return ++seen; }, nullptr};
+    e.m_iCode = ZX_GUIEVENT_SELCHANGE;
+    CZxGrabberSupport::ElementEventForwarder(&fwd, &e);
+    EXPECT_EQ(command, 0u);
+    e.m_iCode = ZX_GUIEVENT_ACCEPT;
+    CZxGrabberSupport::ElementEventForwarder(&fwd, &e);
+    EXPECT_EQ(command, WPARAM(0x10001));
+    EXPECT_EQ(seen, 2);
+    DestroyWindow(target);
+}
