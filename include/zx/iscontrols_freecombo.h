@@ -155,3 +155,4 @@ private:
     void Commit();
     void Revert();
 };
+

@@ -398,3 +398,6 @@ protected:
     ZxHWnd m_hStatic;
     void* m_pOldProc;
 };
+
+// The exposure edit builds on the double edit above.
+#include "zx/iscontrols_editexposure.h"

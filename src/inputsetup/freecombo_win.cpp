@@ -146,18 +146,6 @@ CZxStringW ItemText(HWND combo, int index)
     return CZxStringW(buf.data());
 }
 
-int32_t DecimalsOfStep(double step)
-{
-    const long long k = static_cast<long long>(step * 1000.0 + 0.5);
-    if (k % 10)
-        return 3;
-    if (k % 100)
-        return 2;
-    if (k % 1000)
-        return 1;
-    return 0;
-}
-
 // Index of the value nearest to `value`: the first of equal distances wins, and
 // index 0 when nothing is nearer than 1 000 000.
 template <class ValueAt>
@@ -644,7 +632,7 @@ int32_t CZxISControlComboFreeTemperature::Reinit()
     m_dMin = def[L"m_dMin"].GetDouble();
     m_dMax = def[L"m_dMax"].GetDouble();
     m_dStep = def[L"m_dStep"].GetDouble();
-    m_iDecimals = DecimalsOfStep(m_dStep);
+    m_iDecimals = ZX_DecimalsFromStep(m_dStep);
     HWND combo = H(m_hCombo);
     SendMessageW(combo, CB_RESETCONTENT, 0, 0);
     const CZxVariant& presets = def[L"m_List"];
@@ -809,4 +797,35 @@ bool CZxISControlComboFreeTemperature::FreeTemperatureHook(int32_t code, ZxWPara
         return true;
     }
     return false;
+}
+
+// ==== CZxISControlEditExposure =========================================================
+
+CZxISControlEditExposure::CZxISControlEditExposure(const wchar_t* name, uint32_t mode, int32_t id,
+                                                   uint32_t groupMask, uint32_t notifyMessage, bool flag)
+    : CZxISControlEditDouble(name, mode, id, groupMask, notifyMessage, flag, 1.0)
+{
+}
+
+int32_t CZxISControlEditExposure::SetEditValue(double value)
+{
+    SetText(ZX_ExposureToText(value, -1.0));
+    return ZX_OK;
+}
+
+int32_t CZxISControlEditExposure::GetEditValue(double& value)
+{
+    CZxVariant def;
+    _GetPropDefinition(def);
+    bool ok = false;
+    const double typed = ZX_TextToExposure(ComboText(H(GetItem())), -1.0, def[L"m_dMin"].GetDouble(),
+                                           def[L"m_dMax"].GetDouble(), &ok);
+    if (ok) {
+        value = typed;
+        return ZX_OK;
+    }
+    SZxGrabberPropertyValue current(m_wstrName);
+    _GetPropValue(current);
+    value = current.m_varValue.GetDouble();
+    return ZX_OK;
 }

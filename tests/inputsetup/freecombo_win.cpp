@@ -379,3 +379,29 @@ TEST(TemperatureCaution, TheLibraryCarriesTheTemplateByNameWithItsTexts)
     EXPECT_EQ(GetWindowLongPtrW(GetDlgItem(dlg, 2201), GWL_STYLE) & 0xF, BS_AUTOCHECKBOX);
     DestroyWindow(dlg);
 }
+
+TEST(EditExposure, EnterWritesTheTypedTimeOrTheDriverValueForATypingError)
+{
+    CZxISControlEditBase::Init(); // the hosts' start-up does this once
+    TestDialog dlg(IDD_FREE_TEST);
+    CZxSimCamera& cam = dlg.Camera();
+    CZxISControlEditExposure edit(L"Exposure", ZX_MODE_FAST, IDC_FREE_EDIT, 1, kPrivate, false);
+    dlg.Attach(edit);
+    dlg.List().ReinitAndUpdateMany(~0u);
+    HWND item = dlg.Item(IDC_FREE_EDIT);
+    EXPECT_EQ(Text(item), L"20 ms");
+    const struct {
+        const wchar_t* typed;
+        const wchar_t* written;
+        const wchar_t* shown;
+    } cases[] = {{L"1,5 s", L"PropSet_WRP(1, Exposure=1500.000000)", L"1.5 s"},
+                 {L"250 us", L"PropSet_WRP(1, Exposure=0.250000)", L"250 \u00b5s"},
+                 {L"later", L"PropSet_WRP(1, Exposure=0.250000)", L"250 \u00b5s"}};
+    for (const auto& k : cases) {
+        cam.ClearCallLog();
+        SetWindowTextW(item, k.typed);
+        dlg.Key(IDC_FREE_EDIT, VK_RETURN);
+        EXPECT_EQ(Writes(cam), std::vector<std::wstring>{k.written}) << k.typed;
+        EXPECT_EQ(Text(item), k.shown) << k.typed;
+    }
+}
