@@ -23,8 +23,25 @@ void CZxSimCamera::BuildFormats()
         CZxRect(0, 0, 1024, 768));
     add(L"512 x 384 (Binning 4x4)", ZX_FORMAT_FAST, 4, 0, CZxRect(0, 0, 512, 384));
     add(L"1024 x 768 (Center)", ZX_FORMAT_FAST, 1, 1, CZxRect(512, 384, 1536, 1152));
+    add(L"512 x 384 (Center, Binning 2x2)", ZX_FORMAT_FAST, 2, 1, CZxRect(256, 192, 768, 576));
     add(L"2048 x 1536 (Extended Dynamic)", ZX_FORMAT_QUALITY, 1, 2, CZxRect(0, 0, 2048, 1536));
     m_formats.back().m_uiBits = 16;
+    for (int i = 0; i < m_iExtraFormats; ++i) {
+        const int32_t w = 64 + 16 * i, h = 48 + 12 * i;
+        add(CZxStringW::Formatted(L"%d x %d (Window %d)", w, h, i + 1), ZX_FORMAT_FAST | ZX_FORMAT_QUALITY, 1, 100,
+            CZxRect(0, 0, w, h));
+    }
+}
+
+void CZxSimCamera::SetExtraFormats(int count)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    m_iExtraFormats = count > 0 ? count : 0;
+    BuildFormats();
+    // A set whose format went away falls back to its default.
+    for (int s = 0; s < kSets; ++s)
+        if (!FindFormat(m_format[s].c_str()))
+            m_format[s] = DefaultFormat(s).m_wstrName.Std();
 }
 
 const SZxGrabberFormatValue* CZxSimCamera::FindFormat(const wchar_t* name) const

@@ -33,6 +33,7 @@ struct CZxSimCamera::SProperty {
     CZxVariant defFast;               ///< default of the fast set
     CZxVariant defQuality;            ///< default of the quality set
     bool bSetting = true;             ///< part of the setting sets (false: measured, read-only)
+    bool bIndexed = false;            ///< the value is the index of a list element, not the element
 };
 
 struct CZxSimCamera::SCommand {

@@ -159,6 +159,11 @@ void CZxSimCamera::BuildProperties()
     add(L"LightSource", L"Light Source", List(lights), L"led", L"led");
     add(L"CameraLabel", L"Label", CZxVariant(L""), L"Sim", L"Sim");
     add(L"BufferCount", L"Buffers", CZxVariant(0), 4, 4);
+    CZxVariant filters = CZxVariant::MakeArray();
+    for (const wchar_t* f : {L"Open", L"Red", L"Green", L"Blue", L"Closed"})
+        filters.Add(CZxVariant(f));
+    add(L"FilterWheel", L"Filter", List(filters), 0, 0);
+    m_props.back().bIndexed = true;   // the wheel reports its slot, not the filter's name
     // Targets of the auto-exposure engine, edited by the advanced setup.
     add(L"LiveSpeedUp", L"Live Acceleration",
         TextIntList({{1, L"1x"}, {2, L"2x"}, {5, L"5x"}, {10, L"10x"}, {20, L"20x"}, {50, L"50x"}, {100, L"100x"}}),
@@ -255,6 +260,12 @@ bool CZxSimCamera::Coerce(const SProperty& p, int set, const CZxVariant& given, 
         out = static_cast<int>(x < min ? min : (x > max ? max : x));
         return true;
     }
+    if (type == CZxVariantRunType(L"RZxList") && p.bIndexed) {
+        if (!ToNumber(in, x) || x < 0 || x >= def[L"m_list"].GetCount() || x != std::floor(x))
+            return false;
+        out = static_cast<int>(x);
+        return true;
+    }
     if (type == CZxVariantRunType(L"RZxList")) {
         const CZxVariant& list = def[L"m_list"];
         for (int i = 0; i < list.GetCount(); ++i) {
@@ -314,6 +325,26 @@ bool CZxSimCamera::Coerce(const SProperty& p, int set, const CZxVariant& given, 
         return true;
     }
     return false;
+}
+
+void CZxSimCamera::SetProperty(const wchar_t* name, const wchar_t* label, const CZxVariant& definition,
+                               const CZxVariant& value, uint32_t flags)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_lock);
+    if (!name || !*name)
+        return;
+    SProperty* p = const_cast<SProperty*>(FindProperty(name));
+    if (!p) {
+        m_props.emplace_back();
+        p = &m_props.back();
+        p->desc.m_wstrName = name;
+    }
+    p->desc.m_wstrText = label ? label : name;
+    p->desc.varValDefinition = definition;
+    p->desc.m_uiFlags = flags;
+    p->defFast = p->defQuality = value;
+    for (int s = 0; s < kSets; ++s)
+        Store(*p, s, value);
 }
 
 void CZxSimCamera::Store(const SProperty& p, int set, const CZxVariant& v)

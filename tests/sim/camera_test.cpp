@@ -153,9 +153,10 @@ TEST(SimCameraFormats, EnumerationCarriesFlagsAndAFormatChangingPropertyMovesThe
     std::wstring flags;   // ZX_FORMAT_* flags / group, per format
     for (SZxGrabberFormatValue f; cam.FormatNext_WRP(f) == ZX_OK; all.push_back(f))
         flags += std::to_wstring(f.m_uiFlags) + L"/" + std::to_wstring(f.m_iGroup) + L" ";
-    // Full, 2x2 and 4x4 binning of one readout share group 0; the full format is
-    // the quality default (1 | 2 | 8), the 2x2 one the fast default (1 | 2 | 4).
-    ASSERT_EQ(flags, L"11/0 7/0 1/0 1/1 2/2 ");
+    // Full, 2x2 and 4x4 binning of one readout share group 0, the centre window
+    // and its 2x2 binning group 1; the full format is the quality default
+    // (1 | 2 | 8), the 2x2 one the fast default (1 | 2 | 4).
+    ASSERT_EQ(flags, L"11/0 7/0 1/0 1/1 1/1 2/2 ");
     EXPECT_EQ(CZxGrabberLib::GetSensorRect(all[2]), CZxRect(0, 0, 2048, 1536));
     SZxGrabberFormatValue unknown;
     unknown.m_wstrName = L"640 x 480";

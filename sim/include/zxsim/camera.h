@@ -113,6 +113,18 @@ public:
     /// Keeps an asynchronous command's progress from passing `progress` until
     /// released with a negative value: a command caught at a known point.
     void HoldCommandAt(double progress);
+    /// Appends `count` generated formats (all modes, group 100) to the camera's
+    /// own; 0 removes them again. For hosts' limits on long format lists.
+    void SetExtraFormats(int count);
+    /// Adds a property, or replaces the label, definition and flags of one; its
+    /// value in both sets (and its default) becomes `value`. A driver does this when
+    /// its definitions change; tests use it for lists a camera would not offer.
+    void SetProperty(const wchar_t* name, const wchar_t* label, const CZxVariant& definition,
+                     const CZxVariant& value, uint32_t flags = 0);
+    /// The camera's translation table (German labels of its lists and of the texts
+    /// the controls add); any other text comes back unchanged. Install it with
+    /// ZX_SetTranslationHook to see translated dialogs.
+    static CZxStringW Translate(const wchar_t* text, const wchar_t* context);
 
     // ---- Call log: one readable line per provider call, e.g.
     // "PropSet_WRP(1, Gain=2.000000)" or "FormatSet_WRP(2, 1024 x 768 (Binning 2x2))".
@@ -176,6 +188,7 @@ private:
     bool m_bROIEnabled = false;
     bool m_bROISupported = true;
     bool m_bMultiView = false;
+    int m_iExtraFormats = 0;
     double m_dSensorTemperature = 25.0;
     CZxVariant m_varPredefinedROIs;
 
