@@ -208,3 +208,4 @@ private:
 #include "zx/iscontrols_command.h"
 #include "zx/iscontrols_freecombo.h"
 #include "zx/iscontrols_numeric.h"
+#include "zx/iscontrols_choice.h"

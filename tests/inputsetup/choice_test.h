@@ -1,0 +1,98 @@
+// Helpers of the choice-control tests: the dialog with the simulated camera's
+// translations installed, and readers of what the items show.
+#pragma once
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "choice_test_resource.h"
+#include "zx/status.h"
+#include "zx_dialog.h"
+#include "zx_test.h"
+#include "zxhost/system.h"
+
+using zxtest::Notification;
+using zxtest::TestDialog;
+using Texts = std::vector<std::wstring>;
+
+namespace choicetest {
+
+inline std::wstring Text(HWND item)
+{
+    wchar_t buf[300] = {};
+    GetWindowTextW(item, buf, 300);
+    return buf;
+}
+
+inline Texts ComboTexts(HWND combo)
+{
+    Texts t;
+    for (int i = 0; i < SendMessageW(combo, CB_GETCOUNT, 0, 0); ++i) {
+        wchar_t buf[300] = {};
+        SendMessageW(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(buf));
+        t.push_back(buf);
+    }
+    return t;
+}
+
+inline int Selection(HWND combo) { return static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
+
+// The last line the camera logged for `operation`, or "" when none.
+inline std::wstring LastCall(const CZxSimCamera& cam, const wchar_t* operation)
+{
+    std::wstring last;
+    for (const auto& l : cam.CallLog())
+        if (l.rfind(operation, 0) == 0)
+            last = l;
+    return last;
+}
+
+inline std::vector<UINT> Messages(const TestDialog& dlg)
+{
+    std::vector<UINT> m;
+    for (const Notification& n : dlg.Notifications())
+        m.push_back(n.message);
+    return m;
+}
+
+inline CZxVariant ListOf(std::initializer_list<CZxVariant> items, const wchar_t* member = L"m_list")
+{
+    CZxVariant def = CZxVariant::MakeRecord(L"RZxList");
+    def[member] = CZxVariant::MakeArray();
+    for (const auto& i : items)
+        def[member].Add(i);
+    return def;
+}
+
+// Counts CB_RESETCONTENT on a combo and, when asked, reports every CB_SETCURSEL
+// to the dialog as a selection change, as some owner-drawn combos do.
+struct ComboSpy {
+    int resets = 0;
+    bool echoSelection = false;
+    explicit ComboSpy(HWND combo) : m_combo(combo) { SetWindowSubclass(combo, &Proc, 1, reinterpret_cast<DWORD_PTR>(this)); }
+    ~ComboSpy() { RemoveWindowSubclass(m_combo, &Proc, 1); }
+    static LRESULT CALLBACK Proc(HWND w, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR self)
+    {
+        auto* spy = reinterpret_cast<ComboSpy*>(self);
+        const LRESULT r = DefSubclassProc(w, msg, wp, lp);
+        if (msg == CB_RESETCONTENT)
+            ++spy->resets;
+        if (msg == CB_SETCURSEL && spy->echoSelection)
+            SendMessageW(GetParent(w), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(w), CBN_SELCHANGE), LPARAM(w));
+        return r;
+    }
+    HWND m_combo;
+};
+
+class ChoiceControls : public ::testing::Test {
+protected:
+    void SetUp() override { m_old = ZX_SetTranslationHook(&CZxSimCamera::Translate); }
+    void TearDown() override { ZX_SetTranslationHook(m_old); }
+    PFN_ZxTranslate m_old = nullptr;
+    TestDialog dlg{IDD_CH_TEST};
+};
+} // namespace choicetest
+using namespace choicetest;
