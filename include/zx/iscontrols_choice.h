@@ -179,6 +179,8 @@ public:
     CZxISControlComboFormat(const CZxISControlComboFormat&) = delete;
     CZxISControlComboFormat& operator=(const CZxISControlComboFormat&) = delete;
 
+    /// A format has no property state: enabled exactly when there are formats.
+    int32_t UpdateState() override;
     int32_t Reinit() override;
     /// -9 when the current format cannot be read.
     int32_t UpdateFromGeneric() override;
@@ -212,6 +214,9 @@ public:
     CZxISControlComboBinning(const CZxISControlComboBinning&) = delete;
     CZxISControlComboBinning& operator=(const CZxISControlComboBinning&) = delete;
 
+    /// With a name, the state of that property (as for property controls);
+    /// without one, enabled exactly when there is more than one binning to choose.
+    int32_t UpdateState() override;
     int32_t Reinit() override;
     int32_t UpdateFromGeneric() override;
     bool DlgProcHook(ZxHWnd dialog, uint32_t message, ZxWParam wParam, ZxLParam lParam,
@@ -285,7 +290,7 @@ private:
 };
 
 /// Radio buttons with consecutive ids first..last, one per element of "m_list"
-/// (labelled by Reinit; buttons without an element are disabled). A click
+/// (labelled by Reinit; buttons without an element are hidden and disabled). A click
 /// writes the button's element (for a record, its value member); properties
 /// flagged as changing the format are written format-aware.
 class ZX_API CZxISControlRadio : public CZxISControl {

@@ -242,7 +242,8 @@ int32_t CZxISControlRadio::Enable(bool enable)
 int32_t CZxISControlRadio::Show(bool show)
 {
     for (int32_t id = m_iControlId; id <= m_iLastId; ++id)
-        ShowWindow(GetDlgItem(H(m_hDlg), id), show ? SW_SHOW : SW_HIDE);
+        ShowWindow(GetDlgItem(H(m_hDlg), id),
+                   show && (m_iCount < 0 || id - m_iControlId < m_iCount) ? SW_SHOW : SW_HIDE);
     return ZX_OK;
 }
 
@@ -254,10 +255,12 @@ int32_t CZxISControlRadio::Reinit()
     for (int32_t id = m_iControlId; id <= m_iLastId; ++id) {
         const int32_t i = id - m_iControlId;
         HWND button = GetDlgItem(H(m_hDlg), id);
-        if (i < m_iCount)
+        if (i < m_iCount) {
             SetWindowTextW(button, GetTranslation(entries[i].m_wstrLabel, kSource));
-        else
+        } else {
             EnableWindow(button, FALSE);
+            ShowWindow(button, SW_HIDE);
+        }
     }
     return rc;
 }

@@ -43,6 +43,8 @@ const SZxGrabberFormatValue* CZxISControlComboFormat::GetFormat(int32_t index) c
     return index >= 0 && index < m_pFormats->GetSize() ? &(*m_pFormats)[index] : nullptr;
 }
 
+int32_t CZxISControlComboFormat::UpdateState() { return Enable(m_pFormats->GetSize() > 0); }
+
 int32_t CZxISControlComboFormat::Reinit()
 {
     m_pFormats->RemoveAll();
@@ -166,6 +168,13 @@ void CZxISControlComboBinning::FreeCopies()
         CZxAlloc::Free(copy);
     }
     m_pCopies->RemoveAll();
+}
+
+int32_t CZxISControlComboBinning::UpdateState()
+{
+    if (!m_wstrName.IsEmpty())
+        return CZxISControl::UpdateState();
+    return Enable(m_pCopies->GetSize() > 1);
 }
 
 int32_t CZxISControlComboBinning::Reinit()

@@ -146,7 +146,9 @@ TEST_F(ChoiceControls, RadioLabelsItsButtonsAndWritesAFormatChangingPropertyForm
     EXPECT_EQ(area.Reinit(), 0);
     EXPECT_EQ(Text(dlg.Item(IDC_CH_RADIO1)), L"Ganzer Sensor");
     EXPECT_EQ(Text(dlg.Item(IDC_CH_RADIO2)), L"Mittlere H\u00e4lfte");
-    EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_CH_RADIO3))) << "no third element";
+    EXPECT_FALSE(IsWindowVisible(dlg.Item(IDC_CH_RADIO3))) << "no third element";
+    EXPECT_EQ(area.Enable(true), 0);
+    EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_CH_RADIO3)));
     EXPECT_EQ(area.UpdateFromGeneric(), 0);
     EXPECT_EQ(IsDlgButtonChecked(dlg.Hwnd(), IDC_CH_RADIO1), BST_CHECKED);
 

@@ -75,6 +75,9 @@ TEST_F(ChoiceControls, BinningComboFollowsTheFormatGroupAnnouncesOnlyInItsNotify
         EXPECT_EQ(ComboTexts(dlg.Item(IDC_CH_BINNING)), (Texts{L"Ohne Binning", L"2x2-Binning", L"4x4-Binning"}));
         EXPECT_EQ(Selection(dlg.Item(IDC_CH_BINNING)), 1);
         EXPECT_EQ(CZxAlloc::Outstanding() - before, 3);
+        EnableWindow(dlg.Item(IDC_CH_BINNING), FALSE);
+        binning.UpdateState();
+        EXPECT_TRUE(IsWindowEnabled(dlg.Item(IDC_CH_BINNING))) << "a format has no property state";
 
         EXPECT_TRUE(dlg.SelectComboItem(IDC_CH_BINNING, 0));
         EXPECT_EQ(LastCall(dlg.Camera(), L"FormatSet_WRP"), L"FormatSet_WRP(1, 2048 x 1536)");
