@@ -27,7 +27,7 @@ struct ZX_API SZxCaptureButtonSetup_Param {
     bool m_bRestoreDeviceAfterCapture;
     bool m_bConfirmationSound;
 
-    /// Capture, nothing specified, confirmation sound on.
+    /// Capture, no camera or configuration named, confirmation sound on.
     SZxCaptureButtonSetup_Param();
     /// A null text leaves that field as it was, so pass texts to a fresh record.
     SZxCaptureButtonSetup_Param(int32_t performCapture, bool useSpecifiedCamera, const wchar_t* camera,

@@ -35,7 +35,7 @@ class IZxGUIElement {
 public:
     virtual ~IZxGUIElement() = default;
     /// Creates the element's window as a child of `parent`; returns it, or null.
-    /// `name` is the element's (class) name, `style` element-specific flags.
+    /// `name` is the element's (class) name, `style` flags the element defines.
     virtual ZxHWnd CreateUI(const wchar_t* name, int32_t style, ZxHWnd parent, IZxGUIElement* owner,
                             void* reserved) = 0;
     /// Destroys the window (the element itself stays until deleted).
