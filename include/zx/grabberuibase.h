@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <mutex>
 #include "zx/export.h"
+#include "zx/grabberuiwrapper.h"
 #include "zx/histodraw.h"
 #include "zx/inputsetupcontrols.h"
 #include "zxhost/menu.h"
@@ -271,4 +272,34 @@ protected:
     /// Guards both histogram models: OnNewHisto writes them on the acquisition
     /// thread while the dialog paints them on its own.
     mutable std::mutex m_histoLock;
+};
+
+/// IZxGrabberUI_Wrapper over a dialog host (not owned): shared driver code
+/// reaches the host's operations through it.
+class ZX_API CZxGrabberUI_Wrapper : public CZxGrabberUI_WrapperBase {
+public:
+    explicit CZxGrabberUI_Wrapper(CZxGrabberUI_Base* host) : m_pHost(host) {}
+
+    CZxGenProvider_Low* GetGeneric() const override;
+    CZxISControlList& GetControls() const override;
+    uint32_t GetUserFlags() const override;   ///< 0: the dialog host keeps no user flags
+    bool IsEasySetting() const override;      ///< false: the full setup
+    bool IS_IsModal() override;
+    void IS_InitDialog(ZxHWnd hwnd, bool* outFlag, uint32_t* outValue) override;
+    void IS_Histo(int32_t left, int32_t top, int32_t height, int32_t magnifierId, int32_t rangeText0,
+                  int32_t rangeText1, int32_t rangeText2) override;
+    void IS_Help(int32_t buttonId, const wchar_t* topic) override;
+    CZxMenu* IS_CommandX(int32_t buttonId, uint32_t flags) override;
+    void IS_CheckFQSync(int32_t checkId) override;
+    bool IS_Message(ZxHWnd hwnd, unsigned int msg, int64_t wParam, int64_t lParam, int64_t* result,
+                    CZxISControl** control) override;
+    void IS_ChangeLiveMode(ZxHWnd hwnd, uint32_t mode) override;
+    ZxHWnd IS_SetHDLGActive(ZxHWnd hwnd) override;
+    void IS_OpenFreeTopicHelp(const wchar_t* topic) override;
+    bool IS_FQModeChangeAllowed() override;
+
+    CZxGrabberUI_Base* GetHost() const { return m_pHost; }
+
+private:
+    CZxGrabberUI_Base* m_pHost;
 };

@@ -63,3 +63,22 @@ private:
     bool ReadProp(uint32_t id, const wchar_t* name, CZxVariant& value) const;
     void WriteProp(uint32_t id, const wchar_t* name, const CZxVariant& value) const;
 };
+
+/// The grabber manager's core interface. Its operations belong to the grabber
+/// manager; drivers only name the type, so only its shape is declared here.
+class ZX_API IZxGrabberCore01 {
+public:
+    IZxGrabberCore01() = default;
+    IZxGrabberCore01(const IZxGrabberCore01&) = default;
+    IZxGrabberCore01& operator=(const IZxGrabberCore01&) = default;
+    virtual ~IZxGrabberCore01();
+};
+
+/// The grabber manager's driver interface; like IZxGrabberCore01, a shell.
+class ZX_API IZxGrabberDriver01 {
+public:
+    IZxGrabberDriver01() = default;
+    IZxGrabberDriver01(const IZxGrabberDriver01&) = default;
+    IZxGrabberDriver01& operator=(const IZxGrabberDriver01&) = default;
+    virtual ~IZxGrabberDriver01();
+};

@@ -62,4 +62,8 @@ ZX_API void CommandMenuCreate(const SCommandMenuHost& host);
 /// Carries out one menu id (0: the menu was dismissed, nothing to do).
 ZX_API void CommandMenuHandle(const SCommandMenuHost& host, uint32_t id);
 
+/// The face of a menu button (text centred left of the picker arrow, grey when
+/// disabled) inside `r`; frame and background are the caller's.
+void DrawMenuButtonFace(const DRAWITEMSTRUCT& dis, HWND dialog, const RECT& r);
+
 } // namespace zxsetupui

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "zx/grabberuibase.h"
+#include "commandmenu_win.h"
 #include "zxhost/bitmappool.h"
 #include "zxhost/guicolors.h"
 #include "zxhost/guidraw.h"
@@ -129,8 +130,17 @@ bool CZxGrabberUI_Base::DrawButton(const DRAWITEMSTRUCT& dis, bool frame)
                                 dis.rcItem.top + (h - size.cy) / 2 + 1);
         return true;
     }
+    zxsetupui::DrawMenuButtonFace(dis, m_hDlg, r);
+    return true;
+}
+
+void zxsetupui::DrawMenuButtonFace(const DRAWITEMSTRUCT& dis, HWND dialog, const RECT& r)
+{
+    HDC dc = dis.hDC;
+    const bool disabled = (dis.itemState & ODS_DISABLED) != 0;
+    const int h = dis.rcItem.bottom - dis.rcItem.top;
     wchar_t text[257] = {};
-    GetDlgItemTextW(m_hDlg, id, text, 256);
+    GetDlgItemTextW(dialog, int(dis.CtlID), text, 256);
     HGDIOBJ oldFont = SelectObject(dc, ZX_GetDefaultGUIFont());
     const int oldMode = SetBkMode(dc, TRANSPARENT);
     const COLORREF oldColour = SetTextColor(dc, GetSysColor(disabled ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
@@ -148,5 +158,4 @@ bool CZxGrabberUI_Base::DrawButton(const DRAWITEMSTRUCT& dis, bool frame)
     SetBkMode(dc, oldMode);
     SelectObject(dc, oldFont);
     ZX_DrawPickerArrow(dc, dis.rcItem.right - h / 2 - 3, dis.rcItem.top, dis.rcItem.bottom, h / 2, disabled);
-    return true;
 }

@@ -3,6 +3,8 @@
 #include "zx/property.h"
 
 IZxGrabberUI_Wrapper::~IZxGrabberUI_Wrapper() = default;
+IZxGrabberCore01::~IZxGrabberCore01() = default;
+IZxGrabberDriver01::~IZxGrabberDriver01() = default;
 
 bool CZxGrabberUI_WrapperBase::ReadProp(uint32_t id, const wchar_t* name, CZxVariant& value) const
 {
