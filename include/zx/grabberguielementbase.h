@@ -1,0 +1,151 @@
+// The GUI-element host: a driver's setup presented as a dockable element of the
+// application instead of a dialog. Same control list, command button, command
+// menu and fast/quality check as the dialog host, no histogram; events go to the
+// element's handler. Windows only.
+#pragma once
+#include <windows.h>
+
+#include <cstdint>
+#include "zx/export.h"
+#include "zx/grabberuiwrapper.h"
+#include "zx/inputsetupcontrols.h"
+#include "zxhost/guielement.h"
+#include "zxhost/menu.h"
+#include "zxhost/provider.h"
+#include "zxhost/string.h"
+
+struct SZxWaitCursorHolder;
+
+/// Event codes the GUI-element host raises to its handler.
+enum : int32_t {
+    ZX_GUIEVENT_FORMATCHANGING = 10003, ///< wParam = mode, payload (m_lParam) = the new format or 0
+    ZX_GUIEVENT_FORMATCHANGED = 10004,  ///< wParam = mode
+    ZX_GUIEVENT_REFRESH = 10005,        ///< wParam as sent
+    ZX_GUIEVENT_DEFINEROI = 10006,      ///< command menu "Define..."
+    ZX_GUIEVENT_COMMANDDONE = 10008,    ///< wParam as sent
+    ZX_GUIEVENT_SAVEROI = 10010,        ///< "Save ROI..."
+    ZX_GUIEVENT_LOADROI = 10011,        ///< "Load ROI..."
+    ZX_GUIEVENT_PREDEFINEDROI = 10013,  ///< 10013..10022: predefined ROI 1..10
+};
+
+/// Base of a driver's setup element.
+///
+/// The derived class creates the element's window (a child dialog) in
+/// CreateElementWindow and hands every message of its dialog procedure to
+/// IS_ProcessMessage. Every event reaches the handler with the grabber's active
+/// secondary grabber switched to this provider's camera.
+class ZX_API CZxGrabberGUIElement_Base : public CZxGUIControlElement {
+public:
+    CZxGrabberGUIElement_Base();
+    ~CZxGrabberGUIElement_Base() override;
+    CZxGrabberGUIElement_Base(const CZxGrabberGUIElement_Base&) = delete;
+    CZxGrabberGUIElement_Base& operator=(const CZxGrabberGUIElement_Base&) = delete;
+
+    /// Creates the window through CreateElementWindow as a child of `parent`.
+    ZxHWnd CreateUI(const wchar_t* name, int32_t style, ZxHWnd parent, IZxGUIElement* owner,
+                    void* reserved) override;
+
+    // ---- Slots after the inherited ones, in this order ----
+    /// The element's command operation: GUI commands (the ROI commands of the
+    /// command menu) arrive here with `data` pointing at their 56-byte record.
+    /// This class hands the record to the handler under the secondary-grabber
+    /// switch and returns the handler's answer (0 without a handler).
+    virtual int32_t CustomCommand(int32_t code, int64_t value, void* data);
+    /// The application's GUI zoom changed: the element relays out (moves its
+    /// window to the new minimum size). Drivers with their own layout override.
+    virtual void OnGuiZoomChanged();
+    /// Whether the user may switch between fast and quality: always here (the
+    /// element has no application callback to ask); drivers may override.
+    virtual bool IS_FQModeChangeAllowed();
+
+    /// The provider whose properties the controls edit (not owned).
+    void Init(CZxGenProvider_Low* provider) { m_pProvider = provider; }
+
+    // ---- Called from the derived dialog procedure ----
+    /// On WM_INITDIALOG: remembers the window and checks the fast/quality box.
+    void IS_InitDialog(ZxHWnd hwnd, bool* outFlag, uint32_t* outValue);
+    /// The command-menu button and its groups (4 = ROI here too); empties the
+    /// menu and returns it for items of the caller's own.
+    CZxMenu* IS_InitCommandX(int32_t buttonId, uint32_t flags);
+    void IS_CheckFQSync(int32_t checkId);
+    void IS_Help(int32_t buttonId, const wchar_t* topic);
+    /// Handles the host's share of a message; true when handled (*result the
+    /// dialog result). Everything else goes to the control list with *result 0.
+    bool IS_ProcessMessage(ZxHWnd hwnd, UINT msg, int64_t wParam, int64_t lParam, int64_t* result,
+                           CZxISControl** control);
+    /// Reference-counted wait cursor, as in the dialog host; whether one was up.
+    bool IS_SetWaitCursor(bool on);
+    /// The element is never modal.
+    bool IS_IsModal() const { return false; }
+    /// Live-mode changes need no event here: the element follows the camera.
+    void IS_ChangeLiveMode(ZxHWnd, uint32_t) {}
+    /// The element's own window is the active dialog.
+    ZxHWnd IS_SetHDLGActive(ZxHWnd hwnd) { return hwnd; }
+    void IS_OpenFreeTopicHelp(const wchar_t*) {}
+
+    void CommandMenuCreate();
+    void CommandMenuHandle(uint32_t id);
+
+    /// Raises `code` to the handler (record: wParam, payload) under the
+    /// secondary-grabber switch; the handler's answer, 0 without a handler.
+    int32_t RaiseEvent(int32_t code, uintptr_t wParam, intptr_t payload);
+
+    CZxGenProvider_Low* GetProvider() const { return m_pProvider; }
+    CZxISControlList& GetControls() { return m_controls; }
+    CZxMenu& GetCommandMenu() { return m_commandMenu; }
+    uint32_t GetCommandFlags() const { return m_uiCommandFlags; }
+    uint32_t GetWaitCount() const { return m_uiWaitCount; }
+    bool HasHandler() const { return m_bHasHandler; }
+    void SetHandler(PFN_ZxGUIElementHandler handler, void* context) override;
+
+protected:
+    /// Creates the element's window (a modeless child dialog of `parent`).
+    virtual HWND CreateElementWindow(HWND parent) = 0;
+    /// Helper for CreateElementWindow: the dialog template `name` of `module`
+    /// created modeless and made a borderless child of `parent`.
+    static HWND CreateChildDialog(HMODULE module, const wchar_t* name, HWND parent, DLGPROC proc, LPARAM param);
+
+    CZxGenProvider_Low* m_pProvider;
+    CZxISControlList m_controls;
+    uint32_t m_uiWaitCount;
+    SZxWaitCursorHolder* m_pWaitCursor;
+    int32_t m_iFQSyncCheckId;
+    int32_t m_iCommandButtonId;
+    CZxMenu m_commandMenu;
+    uint32_t m_uiCommandFlags;
+    CZxStringW m_wstrHelpTopic;
+
+private:
+    bool OnCommandButton(HWND hwnd, int id);
+    bool m_bHasHandler;
+};
+
+/// IZxGrabberUI_Wrapper over a GUI-element host (not owned).
+class ZX_API CZxGrabberGUIElement_Wrapper : public CZxGrabberUI_WrapperBase {
+public:
+    explicit CZxGrabberGUIElement_Wrapper(CZxGrabberGUIElement_Base* host) : m_pHost(host) {}
+
+    CZxGenProvider_Low* GetGeneric() const override;
+    CZxISControlList& GetControls() const override;
+    uint32_t GetUserFlags() const override;   ///< 0
+    bool IsEasySetting() const override;      ///< false
+    bool IS_IsModal() override;
+    void IS_InitDialog(ZxHWnd hwnd, bool* outFlag, uint32_t* outValue) override;
+    /// The element has no histogram: nothing happens.
+    void IS_Histo(int32_t left, int32_t top, int32_t height, int32_t magnifierId, int32_t rangeText0,
+                  int32_t rangeText1, int32_t rangeText2) override;
+    void IS_Help(int32_t buttonId, const wchar_t* topic) override;
+    CZxMenu* IS_CommandX(int32_t buttonId, uint32_t flags) override;
+    void IS_CheckFQSync(int32_t checkId) override;
+    bool IS_Message(ZxHWnd hwnd, unsigned int msg, int64_t wParam, int64_t lParam, int64_t* result,
+                    CZxISControl** control) override;
+    void IS_ChangeLiveMode(ZxHWnd hwnd, uint32_t mode) override;
+    ZxHWnd IS_SetHDLGActive(ZxHWnd hwnd) override;
+    void IS_OpenFreeTopicHelp(const wchar_t* topic) override;
+    bool IS_FQModeChangeAllowed() override;
+
+    CZxGrabberGUIElement_Base* GetHost() const { return m_pHost; }
+
+private:
+    CZxGrabberGUIElement_Base* m_pHost;
+};

@@ -1,0 +1,304 @@
+#include "zx/grabberguielementbase.h"
+
+#include "commandmenu_win.h"
+#include "zxhost/grabber.h"
+#include "zxhost/guicolors.h"
+#include "zxhost/guidraw.h"
+#include "zxhost/waitcursor.h"
+
+namespace {
+const wchar_t kSource[] = L"grabberguielementbase";
+
+/// Makes the provider's camera the grabber's active one for its lifetime, so
+/// that what the application does on an event acts on this element's camera.
+class SecGrabberSwitch {
+public:
+    explicit SecGrabberSwitch(CZxGenProvider_Low* provider)
+        : m_grabber(provider ? provider->GetGrabber() : nullptr)
+    {
+        if (m_grabber) {
+            m_previous = m_grabber->SecGrabber_GetActive();
+            m_grabber->SecGrabber_SetActive(provider->GetSecGrabberInstance());
+        }
+    }
+    ~SecGrabberSwitch()
+    {
+        if (m_grabber)
+            m_grabber->SecGrabber_SetActive(m_previous);
+    }
+    SecGrabberSwitch(const SecGrabberSwitch&) = delete;
+    SecGrabberSwitch& operator=(const SecGrabberSwitch&) = delete;
+
+private:
+    CZxGenericProviderGrabber* m_grabber;
+    int m_previous = 0;
+};
+} // namespace
+
+CZxGrabberGUIElement_Base::CZxGrabberGUIElement_Base()
+    : m_pProvider(nullptr), m_uiWaitCount(0), m_pWaitCursor(nullptr), m_iFQSyncCheckId(-1), m_iCommandButtonId(-1),
+      m_uiCommandFlags(0), m_bHasHandler(false)
+{
+}
+
+CZxGrabberGUIElement_Base::~CZxGrabberGUIElement_Base()
+{
+    m_commandMenu.RemoveAll();
+    delete m_pWaitCursor;
+}
+
+ZxHWnd CZxGrabberGUIElement_Base::CreateUI(const wchar_t* name, int32_t, ZxHWnd parent, IZxGUIElement*, void*)
+{
+    DestroyUI();
+    m_wstrName = name ? name : L"";
+    HWND w = CreateElementWindow(reinterpret_cast<HWND>(parent));
+    m_hWnd = reinterpret_cast<ZxHWnd>(w);
+    if (w) {
+        RECT r{};
+        GetWindowRect(w, &r);
+        SetMinSize(r.right - r.left, r.bottom - r.top);
+    }
+    return m_hWnd;
+}
+
+HWND CZxGrabberGUIElement_Base::CreateChildDialog(HMODULE module, const wchar_t* name, HWND parent, DLGPROC proc,
+                                                 LPARAM param)
+{
+    // Setup templates are written as pop-up dialogs; docked, the caption and
+    // frame belong to the pane around the element.
+    HWND w = CreateDialogParamW(module, name, parent, proc, param);
+    if (!w)
+        return nullptr;
+    LONG_PTR style = GetWindowLongPtrW(w, GWL_STYLE);
+    style &= ~LONG_PTR(WS_POPUP | WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | DS_MODALFRAME);
+    SetWindowLongPtrW(w, GWL_STYLE, style | WS_CHILD);
+    SetWindowLongPtrW(w, GWL_EXSTYLE, GetWindowLongPtrW(w, GWL_EXSTYLE) & ~LONG_PTR(WS_EX_DLGMODALFRAME));
+    if (parent)
+        SetParent(w, parent);
+    SetWindowPos(w, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    return w;
+}
+
+void CZxGrabberGUIElement_Base::SetHandler(PFN_ZxGUIElementHandler handler, void* context)
+{
+    CZxGUIControlElement::SetHandler(handler, context);
+    m_bHasHandler = handler != nullptr;
+}
+
+int32_t CZxGrabberGUIElement_Base::RaiseEvent(int32_t code, uintptr_t wParam, intptr_t payload)
+{
+    if (!m_bHasHandler)
+        return 0;
+    SecGrabberSwitch active(m_pProvider);
+    return FireEvent(code, 0, wParam, payload);
+}
+
+int32_t CZxGrabberGUIElement_Base::CustomCommand(int32_t code, int64_t value, void* data)
+{
+    const auto* record = static_cast<const SZxGUIElementEvent*>(data);
+    if (record && record->m_uiSize >= sizeof(SZxGUIElementEvent))
+        return RaiseEvent(record->m_iCode, record->m_wParam, record->m_lParam);
+    return RaiseEvent(code, uintptr_t(value), 0);
+}
+
+void CZxGrabberGUIElement_Base::OnGuiZoomChanged()
+{
+    HWND w = reinterpret_cast<HWND>(m_hWnd);
+    if (w && GetMinWidth() > 0)
+        SetWindowPos(w, nullptr, 0, 0, int(GetMinWidth() * ZX_GetGUIZoom()), int(GetMinHeight() * ZX_GetGUIZoom()),
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+bool CZxGrabberGUIElement_Base::IS_FQModeChangeAllowed() { return true; }
+
+void CZxGrabberGUIElement_Base::IS_InitDialog(ZxHWnd hwnd, bool* outFlag, uint32_t* outValue)
+{
+    m_hWnd = hwnd;
+    if (outFlag)
+        *outFlag = false;
+    if (outValue)
+        *outValue = 0;
+    if (m_iFQSyncCheckId != -1 && m_pProvider)
+        CheckDlgButton(reinterpret_cast<HWND>(hwnd), m_iFQSyncCheckId,
+                       m_pProvider->IsModeFQSynchronized() ? BST_CHECKED : BST_UNCHECKED);
+}
+
+CZxMenu* CZxGrabberGUIElement_Base::IS_InitCommandX(int32_t buttonId, uint32_t flags)
+{
+    m_iCommandButtonId = buttonId;
+    m_uiCommandFlags = flags;
+    m_commandMenu.RemoveAll();
+    return &m_commandMenu;
+}
+
+void CZxGrabberGUIElement_Base::IS_CheckFQSync(int32_t checkId) { m_iFQSyncCheckId = checkId; }
+
+void CZxGrabberGUIElement_Base::IS_Help(int32_t, const wchar_t* topic) { m_wstrHelpTopic = topic ? topic : L""; }
+
+bool CZxGrabberGUIElement_Base::IS_SetWaitCursor(bool on)
+{
+    const bool wasUp = m_uiWaitCount != 0;
+    if (on) {
+        if (m_uiWaitCount++ == 0)
+            m_pWaitCursor = new SZxWaitCursorHolder;
+    } else if (m_uiWaitCount > 0) {
+        if (--m_uiWaitCount == 0) {
+            delete m_pWaitCursor;
+            m_pWaitCursor = nullptr;
+        }
+    }
+    return wasUp;
+}
+
+void CZxGrabberGUIElement_Base::CommandMenuCreate()
+{
+    zxsetupui::SCommandMenuHost host{m_pProvider, &m_commandMenu, reinterpret_cast<HWND>(m_hWnd), &m_controls,
+                                     m_uiCommandFlags, true, kSource, nullptr};
+    zxsetupui::CommandMenuCreate(host);
+}
+
+void CZxGrabberGUIElement_Base::CommandMenuHandle(uint32_t id)
+{
+    HWND w = reinterpret_cast<HWND>(m_hWnd);
+    zxsetupui::SCommandMenuHost host{m_pProvider, &m_commandMenu, w, &m_controls, m_uiCommandFlags, true, kSource,
+                                     nullptr};
+    // The ROI commands are GUI commands: a record handed to the element's own
+    // command operation, which the application's ROI dialog answers.
+    host.hostCommand = [this, w](uint32_t menuId) {
+        int32_t code = 0;
+        if (menuId == zxsetupui::kMenuDefineROI)
+            code = ZX_GUIEVENT_DEFINEROI;
+        else if (menuId == zxsetupui::kMenuSaveROI)
+            code = ZX_GUIEVENT_SAVEROI;
+        else if (menuId == zxsetupui::kMenuLoadROI)
+            code = ZX_GUIEVENT_LOADROI;
+        else
+            code = int32_t(menuId) + 3006;
+        SZxGUIElementEvent record{};
+        record.m_uiSize = sizeof(SZxGUIElementEvent);
+        record.m_iCode = code;
+        record.m_hWnd = reinterpret_cast<ZxHWnd>(w);
+        CustomCommand(code, 0, &record);
+    };
+    zxsetupui::CommandMenuHandle(host, id);
+}
+
+bool CZxGrabberGUIElement_Base::OnCommandButton(HWND hwnd, int id)
+{
+    CommandMenuCreate();
+    if (m_pProvider)
+        m_commandMenu.Check(zxsetupui::kMenuUseROI, m_pProvider->ROIEnabled());
+    RECT r{};
+    GetWindowRect(GetDlgItem(hwnd, id), &r);
+    UINT selected = 0;
+    // Right-aligned under the button: the element usually docks at a window's right edge.
+    if (m_commandMenu.Track(CZxMenu::TRACK_RIGHT | CZxMenu::TRACK_TOP, r.right, r.bottom, hwnd, &selected) != 0)
+        return true;
+    CommandMenuHandle(selected);
+    SendMessageW(hwnd, WM_COMMAND, WPARAM(selected & 0xFFFF), 0);
+    return true;
+}
+
+bool CZxGrabberGUIElement_Base::IS_ProcessMessage(ZxHWnd zhwnd, UINT msg, int64_t wParam, int64_t lParam,
+                                                  int64_t* result, CZxISControl** control)
+{
+    HWND hwnd = reinterpret_cast<HWND>(zhwnd);
+    int64_t scratch = 0;
+    if (!result)
+        result = &scratch;
+    if (m_bHasHandler) {
+        switch (msg) {
+        case WM_IS_FORMATCHANGING: {
+            IS_SetWaitCursor(true);
+            const int32_t r = RaiseEvent(ZX_GUIEVENT_FORMATCHANGING, uintptr_t(wParam), intptr_t(lParam));
+            if (r != 0) {
+                *result = r;
+                return true;
+            }
+            break;
+        }
+        case WM_IS_FORMATCHANGED:
+        case WM_IS_REFRESH:
+        case WM_IS_COMMANDDONE: {
+            const int32_t code = msg == WM_IS_FORMATCHANGED ? ZX_GUIEVENT_FORMATCHANGED
+                                 : msg == WM_IS_REFRESH     ? ZX_GUIEVENT_REFRESH
+                                                            : ZX_GUIEVENT_COMMANDDONE;
+            const int32_t r = RaiseEvent(code, uintptr_t(wParam), 0);
+            IS_SetWaitCursor(false);
+            if (r != 0) {
+                *result = r;
+                return true;
+            }
+            break;
+        }
+        case WM_DRAWITEM: {
+            const auto* dis = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+            if (dis && m_iCommandButtonId > 0 && int(dis->CtlID) == m_iCommandButtonId) {
+                const bool disabled = (dis->itemState & ODS_DISABLED) != 0;
+                RECT r = dis->rcItem;
+                ZX_DrawFrameControl(dis->hDC, r, DFC_BUTTON,
+                                    DFCS_BUTTONPUSH | DFCS_ADJUSTRECT |
+                                        ((dis->itemState & ODS_SELECTED) ? DFCS_PUSHED : 0) |
+                                        (disabled ? DFCS_INACTIVE : 0));
+                FillRect(dis->hDC, &r, GetSysColorBrush(COLOR_BTNFACE));
+                zxsetupui::DrawMenuButtonFace(*dis, hwnd, r);
+                return false;
+            }
+            break;
+        }
+        case WM_COMMAND: {
+            const int id = LOWORD(wParam), code = HIWORD(wParam);
+            if (code == 0 && m_iCommandButtonId > 0 && id == m_iCommandButtonId) {
+                *result = 0;
+                return OnCommandButton(hwnd, id);
+            }
+            if (code == 0 && m_iFQSyncCheckId > 0 && id == m_iFQSyncCheckId && m_pProvider)
+                m_pProvider->ModeFQSynchronize(IsDlgButtonChecked(hwnd, id) != 0);
+            break;
+        }
+        default:
+            break;
+        }
+    }
+    *result = 0;
+    return m_controls.DlgProcHookMany(zhwnd, msg, ZxWParam(wParam), ZxLParam(lParam),
+                                      reinterpret_cast<ZxLResult*>(result), control, 0xFFFFFFFFu);
+}
+
+// ---- Wrapper ----
+
+CZxGenProvider_Low* CZxGrabberGUIElement_Wrapper::GetGeneric() const { return m_pHost->GetProvider(); }
+CZxISControlList& CZxGrabberGUIElement_Wrapper::GetControls() const { return m_pHost->GetControls(); }
+uint32_t CZxGrabberGUIElement_Wrapper::GetUserFlags() const { return 0; }
+bool CZxGrabberGUIElement_Wrapper::IsEasySetting() const { return false; }
+bool CZxGrabberGUIElement_Wrapper::IS_IsModal() { return m_pHost->IS_IsModal(); }
+
+void CZxGrabberGUIElement_Wrapper::IS_InitDialog(ZxHWnd hwnd, bool* outFlag, uint32_t* outValue)
+{
+    m_pHost->IS_InitDialog(hwnd, outFlag, outValue);
+}
+
+void CZxGrabberGUIElement_Wrapper::IS_Histo(int32_t, int32_t, int32_t, int32_t, int32_t, int32_t, int32_t) {}
+void CZxGrabberGUIElement_Wrapper::IS_Help(int32_t buttonId, const wchar_t* topic) { m_pHost->IS_Help(buttonId, topic); }
+
+CZxMenu* CZxGrabberGUIElement_Wrapper::IS_CommandX(int32_t buttonId, uint32_t flags)
+{
+    return m_pHost->IS_InitCommandX(buttonId, flags);
+}
+
+void CZxGrabberGUIElement_Wrapper::IS_CheckFQSync(int32_t checkId) { m_pHost->IS_CheckFQSync(checkId); }
+
+bool CZxGrabberGUIElement_Wrapper::IS_Message(ZxHWnd hwnd, unsigned int msg, int64_t wParam, int64_t lParam,
+                                              int64_t* result, CZxISControl** control)
+{
+    return m_pHost->IS_ProcessMessage(hwnd, msg, wParam, lParam, result, control);
+}
+
+void CZxGrabberGUIElement_Wrapper::IS_ChangeLiveMode(ZxHWnd hwnd, uint32_t mode)
+{
+    m_pHost->IS_ChangeLiveMode(hwnd, mode);
+}
+
+ZxHWnd CZxGrabberGUIElement_Wrapper::IS_SetHDLGActive(ZxHWnd hwnd) { return m_pHost->IS_SetHDLGActive(hwnd); }
+void CZxGrabberGUIElement_Wrapper::IS_OpenFreeTopicHelp(const wchar_t* topic) { m_pHost->IS_OpenFreeTopicHelp(topic); }
+bool CZxGrabberGUIElement_Wrapper::IS_FQModeChangeAllowed() { return m_pHost->IS_FQModeChangeAllowed(); }

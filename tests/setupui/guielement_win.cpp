@@ -1,0 +1,264 @@
+// The GUI-element host and the two wrappers: message routing with and without
+// a handler, the secondary grabber around events, and one dialog procedure
+// serving the dialog host and the element alike.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "zx/grabberguielementbase.h"
+#include "zx/grabberuibase.h"
+#include "zx/inputform.h"
+#include "zx/iscontrols_command.h"
+#include "zxsim/camera.h"
+#include "zxsim/grabber.h"
+
+namespace {
+
+// The driver's dialog procedure, written once against the wrapper interface.
+struct SharedContext {
+    IZxGrabberUI_Wrapper* wrapper;
+    std::unique_ptr<CZxISControl> snap;
+};
+
+INT_PTR CALLBACK SharedProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    if (msg == WM_INITDIALOG) {
+        SetWindowLongPtrW(hwnd, DWLP_USER, lParam);
+        auto* ctx = reinterpret_cast<SharedContext*>(lParam);
+        IZxGrabberUI_Wrapper* w = ctx->wrapper;
+        w->IS_CheckFQSync(IDC_ZX_FQSYNC);
+        w->IS_InitDialog(reinterpret_cast<ZxHWnd>(hwnd), nullptr, nullptr);
+        w->IS_Histo(10, 10, 100, IDC_ZX_HISTO_VIEW, IDC_ZX_RANGE_RED, IDC_ZX_RANGE_GREEN, IDC_ZX_RANGE_BLUE);
+        w->IS_CommandX(IDC_ZX_COMMANDMENU, 2);
+        ctx->snap = std::make_unique<CZxISControlPushCommand>(L"Snap", IDC_ZX_COMMAND1, 1);
+        ctx->snap->Attach(reinterpret_cast<ZxHWnd>(hwnd), w->GetGeneric(), &w->GetControls());
+        SetDlgItemInt(hwnd, IDC_ZX_OFFSET_EDIT, UINT(w->GetPropInt32(0, L"Offset")), FALSE);
+        return TRUE;
+    }
+    auto* ctx = reinterpret_cast<SharedContext*>(GetWindowLongPtrW(hwnd, DWLP_USER));
+    if (!ctx)
+        return FALSE;
+    if (msg == WM_DESTROY) {
+        ctx->wrapper->GetControls().DetachMany(0xFFFFFFFFu);
+        ctx->wrapper->GetControls().Clear();
+    }
+    int64_t result = 0;
+    if (ctx->wrapper->IS_Message(reinterpret_cast<ZxHWnd>(hwnd), msg, int64_t(wParam), int64_t(lParam), &result,
+                                 nullptr)) {
+        SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, LONG_PTR(result));
+        return TRUE;
+    }
+    return FALSE;
+}
+
+class DialogHost : public CZxGrabberUI_Base {
+public:
+    SharedContext* ctx = nullptr;
+    int32_t DoInputSetup(bool, ZxHWnd parent) override
+    {
+        return CreateDialogParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, reinterpret_cast<HWND>(parent), &SharedProc,
+                                  LPARAM(ctx))
+                   ? 0
+                   : -11;
+    }
+};
+
+class ElementHost : public CZxGrabberGUIElement_Base {
+public:
+    SharedContext* ctx = nullptr;
+
+protected:
+    HWND CreateElementWindow(HWND parent) override
+    {
+        return CreateChildDialog(ZX_GetLibraryModule(), ZX_INPUT_FORM, parent, &SharedProc, LPARAM(ctx));
+    }
+};
+
+struct Seen {
+    int32_t code;
+    uintptr_t wParam;
+    int active;   // the grabber's active secondary grabber at that moment
+};
+struct Sink {
+    std::vector<Seen> events;
+    CZxSimGrabber* grabber = nullptr;
+    int answer = 0;
+};
+
+int Handler(void* context, SZxGUIElementEvent* e)
+{
+    auto* sink = static_cast<Sink*>(context);
+    sink->events.push_back({e->m_iCode, e->m_wParam, sink->grabber ? sink->grabber->SecGrabber_GetActive() : -1});
+    return sink->answer;
+}
+
+int32_t DialogCallback(IZxGrabberUI::EZxEvent, ZxHWnd, int64_t, void*) { return 0; }
+
+struct ParentWindow {
+    HWND hwnd = CreateWindowExW(0, L"STATIC", L"pane", WS_OVERLAPPEDWINDOW, 0, 0, 600, 500, nullptr, nullptr,
+                                nullptr, nullptr);
+    ~ParentWindow() { DestroyWindow(hwnd); }
+};
+
+} // namespace
+
+TEST(GUIElement, WithoutHandlerEveryMessageGoesToTheListAndNoWaitCursorStarts)
+{
+    CZxSimGrabber grabber(1);
+    CZxSimCamera* cam = grabber.Camera(0);
+    ParentWindow parent;
+    ElementHost element;
+    CZxGrabberGUIElement_Wrapper wrapper(&element);
+    SharedContext ctx{&wrapper, nullptr};
+    element.ctx = &ctx;
+    element.Init(cam);
+    HWND w = reinterpret_cast<HWND>(element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr,
+                                                     nullptr));
+    ASSERT_TRUE(w);
+    EXPECT_EQ(GetParent(w), parent.hwnd);
+    EXPECT_TRUE(GetWindowLongPtrW(w, GWL_STYLE) & WS_CHILD);
+
+    // The host's own messages do nothing without a handler: no wait cursor.
+    for (UINT msg : {UINT(WM_IS_FORMATCHANGING), UINT(WM_IS_FORMATCHANGED), UINT(WM_IS_REFRESH),
+                     UINT(WM_IS_COMMANDDONE)}) {
+        int64_t result = 7;
+        EXPECT_FALSE(element.IS_ProcessMessage(reinterpret_cast<ZxHWnd>(w), msg, 1, 0, &result, nullptr)) << msg;
+        EXPECT_EQ(result, 0) << msg;
+        EXPECT_EQ(element.GetWaitCount(), 0u) << msg;
+    }
+    // A click on a bound button reaches its control through the list.
+    cam->ClearCallLog();
+    CZxISControl* found = nullptr;
+    HWND snap = GetDlgItem(w, IDC_ZX_COMMAND1);
+    element.IS_ProcessMessage(reinterpret_cast<ZxHWnd>(w), WM_COMMAND, MAKEWPARAM(IDC_ZX_COMMAND1, BN_CLICKED),
+                              int64_t(snap), nullptr, &found);
+    EXPECT_EQ(found, ctx.snap.get());
+    bool executed = false;
+    for (const std::wstring& call : cam->CallLog())
+        executed |= call.rfind(L"Command_WRP(Snap", 0) == 0;
+    EXPECT_TRUE(executed);
+    element.DestroyUI();
+}
+
+TEST(GUIElement, EventsArriveWithTheElementsCameraActiveAndTheOldOneBack)
+{
+    CZxSimGrabber grabber(3);
+    ParentWindow parent;
+    ElementHost element;
+    CZxGrabberGUIElement_Wrapper wrapper(&element);
+    SharedContext ctx{&wrapper, nullptr};
+    element.ctx = &ctx;
+    element.Init(grabber.Camera(2));
+    Sink sink;
+    sink.grabber = &grabber;
+    element.SetHandler(&Handler, &sink);
+    ZxHWnd w = element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr, nullptr);
+    ASSERT_TRUE(w);
+    grabber.SecGrabber_SetActive(1);
+
+    struct Row {
+        UINT msg;
+        int32_t code;
+        uint32_t waitAfter;   // the wait cursor: on before 10003, off after the others
+    };
+    const Row rows[] = {
+        {WM_IS_FORMATCHANGING, 10003, 1},
+        {WM_IS_FORMATCHANGED, 10004, 0},
+        {WM_IS_FORMATCHANGING, 10003, 1},
+        {WM_IS_REFRESH, 10005, 0},
+        {WM_IS_FORMATCHANGING, 10003, 1},
+        {WM_IS_COMMANDDONE, 10008, 0},
+    };
+    for (const Row& row : rows) {
+        sink.events.clear();
+        EXPECT_FALSE(element.IS_ProcessMessage(w, row.msg, 2, 0, nullptr, nullptr));
+        ASSERT_EQ(sink.events.size(), 1u) << row.msg;
+        EXPECT_EQ(sink.events[0].code, row.code);
+        EXPECT_EQ(sink.events[0].wParam, 2u);
+        EXPECT_EQ(sink.events[0].active, 2);
+        EXPECT_EQ(grabber.SecGrabber_GetActive(), 1);
+        EXPECT_EQ(element.GetWaitCount(), row.waitAfter);
+    }
+    // A handler that answers non-zero takes the message.
+    sink.answer = 5;
+    int64_t result = 0;
+    EXPECT_TRUE(element.IS_ProcessMessage(w, WM_IS_REFRESH, 0, 0, &result, nullptr));
+    EXPECT_EQ(result, 5);
+
+    // The command menu's ROI commands arrive as GUI commands, under the same switch.
+    sink.events.clear();
+    for (uint32_t id : {7001u, 7004u, 7005u, 7007u, 7016u})
+        element.CommandMenuHandle(id);
+    const std::vector<int32_t> codes = {10006, 10010, 10011, 10013, 10022};
+    ASSERT_EQ(sink.events.size(), codes.size());
+    for (size_t i = 0; i < codes.size(); ++i) {
+        EXPECT_EQ(sink.events[i].code, codes[i]);
+        EXPECT_EQ(sink.events[i].active, 2);
+    }
+    EXPECT_EQ(grabber.SecGrabber_GetActive(), 1);
+    element.DestroyUI();
+}
+
+TEST(GUIElement, OneDialogProcedureServesBothHostsThroughTheirWrappers)
+{
+    CZxSimGrabber grabber(1);
+    CZxSimCamera* cam = grabber.Camera(0);
+    CZxGrabberUI_Wrapper* dialogWrapper = nullptr;
+    DialogHost dialogHost;
+    CZxGrabberUI_Wrapper dw(&dialogHost);
+    dialogWrapper = &dw;
+    ElementHost element;
+    CZxGrabberGUIElement_Wrapper ew(&element);
+    ParentWindow parent;
+
+    dialogHost.Init(cam, &DialogCallback);
+    element.Init(cam);
+    Sink sink;
+    element.SetHandler(&Handler, &sink);
+    dw.SetPropInt32(0, L"Offset", 17);
+
+    for (IZxGrabberUI_Wrapper* w : {static_cast<IZxGrabberUI_Wrapper*>(dialogWrapper),
+                                    static_cast<IZxGrabberUI_Wrapper*>(&ew)}) {
+        SCOPED_TRACE(w == &ew ? "element" : "dialog");
+        SharedContext ctx{w, nullptr};
+        HWND hwnd = nullptr;
+        if (w == &ew) {
+            element.ctx = &ctx;
+            hwnd = reinterpret_cast<HWND>(
+                element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr, nullptr));
+        } else {
+            dialogHost.ctx = &ctx;
+            dialogHost.InputSetupModelessShow(nullptr);
+            hwnd = dialogHost.GetHDlg();
+        }
+        ASSERT_TRUE(hwnd);
+        EXPECT_EQ(w->GetGeneric(), cam);
+        EXPECT_EQ(w->GetControls().GetCount(), 1u);
+        EXPECT_FALSE(w->IS_IsModal());
+        EXPECT_EQ(GetDlgItemInt(hwnd, IDC_ZX_OFFSET_EDIT, nullptr, FALSE), 17u);
+        // The bound button works through the host's list.
+        cam->ClearCallLog();
+        SendMessageW(hwnd, WM_COMMAND, MAKEWPARAM(IDC_ZX_COMMAND1, BN_CLICKED),
+                     LPARAM(GetDlgItem(hwnd, IDC_ZX_COMMAND1)));
+        bool executed = false;
+        for (const std::wstring& call : cam->CallLog())
+            executed |= call.rfind(L"Command_WRP(Snap", 0) == 0;
+        EXPECT_TRUE(executed);
+        // Typed writes through either wrapper reach the camera.
+        w->SetPropDouble(0, L"Gain", w == &ew ? 3.0 : 2.0);
+        EXPECT_EQ(w->GetPropDouble(0, L"Gain"), w == &ew ? 3.0 : 2.0);
+        // The histogram declared by the shared code exists on the dialog only.
+        RECT r{};
+        dialogHost.IS_HistoGetRect(r);
+        EXPECT_EQ(r.left, 10);
+        if (w == &ew)
+            element.DestroyUI();
+        else
+            dialogHost.InputSetupModelessHide();
+        EXPECT_EQ(w->GetControls().GetCount(), 0u);
+    }
+}
