@@ -266,7 +266,6 @@ TEST(FreeCombos, RefreshWhileTheListIsOpenIsRefusedAndClosingShowsTheDriverValue
     for (const auto& k : cases) {
         k.control->Reinit();
         k.control->UpdateFromGeneric();
-        const std::wstring before = Text(dlg.Item(k.id));
         dlg.Command(k.id, CBN_DROPDOWN);
         SetValue(cam, k.name, k.value);
         EXPECT_EQ(k.control->UpdateFromGeneric(), -10) << k.name;
@@ -274,7 +273,6 @@ TEST(FreeCombos, RefreshWhileTheListIsOpenIsRefusedAndClosingShowsTheDriverValue
         dlg.Command(k.id, CBN_CLOSEUP);
         EXPECT_EQ(Text(dlg.Item(k.id)), k.shown) << k.name;
         EXPECT_EQ(k.control->UpdateFromGeneric(), 0) << k.name;
-        (void)before;
     }
 }
 
