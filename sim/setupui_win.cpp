@@ -6,6 +6,7 @@
 
 #include "zx/histogram.h"
 #include "zx/inputform.h"
+#include "zx/iscontrols_choice.h"
 #include "zx/iscontrols_command.h"
 #include "zx/iscontrols_freecombo.h"
 #include "zx/iscontrols_numeric.h"
@@ -117,9 +118,14 @@ void CZxSimSetupUI::OnInitDialog(HWND hwnd)
         {new CZxISControlComboFreeExposure(L"Exposure", kModeInUse, IDC_ZX_EXPOSURE, kGroupValues,
                                            kExposureMessage, false),
          IDC_ZX_LBL_EXPOSURE},
+        {new CZxISControlCheck(L"AutoExposure", kModeInUse, IDC_ZX_AUTO, kGroupValues, false, true), 0},
         {new CZxISControlScrollDouble(L"Gain", kModeInUse, IDC_ZX_GAIN, IDC_ZX_GAIN_TEXT, kGroupValues),
          IDC_ZX_LBL_GAIN},
         {new CZxISControlSpinInt32(L"Offset", kModeInUse, IDC_ZX_OFFSET_EDIT, kGroupValues), IDC_ZX_LBL_OFFSET},
+        {new CZxISControlComboFormat(kModeInUse, IDC_ZX_FORMAT, kGroupValues, false), 0},
+        {new CZxISControlComboBinning(L"", kModeInUse, IDC_ZX_BINNING, kGroupValues), 0},
+        {new CZxISControlRadio(L"ReadoutMode", kModeInUse, IDC_ZX_CHOICE1, IDC_ZX_CHOICE3, kGroupValues),
+         IDC_ZX_LBL_CHOICE},
         {new CZxISControlStatic(L"FrameRate", kModeInUse, IDC_ZX_INFO, kGroupPolled, L"%.1lf frames/s"),
          IDC_ZX_LBL_INFO},
         {new CZxISControlPushCommand(L"Snap", IDC_ZX_COMMAND1, kGroupCommands), 0},

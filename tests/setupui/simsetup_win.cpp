@@ -77,11 +77,14 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
 {
     SZxGrabberCameraSettings before, after;
     camera.CameraSettingsGet_UNI_WRP(before, ZX_SETTINGS_ALL, true);
-    const int shown[] = {IDC_ZX_EXPOSURE, IDC_ZX_INFO, IDC_ZX_GAIN_TEXT, IDC_ZX_OFFSET_EDIT};
-    std::wstring initial[4], changed[4], restored[4];
+    const int shown[] = {IDC_ZX_EXPOSURE, IDC_ZX_INFO, IDC_ZX_GAIN_TEXT, IDC_ZX_OFFSET_EDIT, IDC_ZX_FORMAT,
+                         IDC_ZX_BINNING, IDC_ZX_CHOICE3};
+    const int n = int(std::size(shown));
+    std::wstring initial[7], changed[7], restored[7];
     auto read = [&](HWND dlg, std::wstring* texts) {
-        for (int i = 0; i < 4; ++i)
-            texts[i] = Text(dlg, shown[i]);
+        for (int i = 0; i < n; ++i)
+            texts[i] = shown[i] == IDC_ZX_CHOICE3 ? std::to_wstring(IsDlgButtonChecked(dlg, IDC_ZX_CHOICE3))
+                                                  : Text(dlg, shown[i]);
     };
     RunInModalLoop([&] {
         HWND dlg = ui.GetHDlg();
@@ -90,6 +93,11 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
         HWND combo = GetDlgItem(dlg, IDC_ZX_EXPOSURE);
         SendMessageW(combo, CB_SETCURSEL, SendMessageW(combo, CB_GETCOUNT, 0, 0) - 1, 0);
         SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_ZX_EXPOSURE, CBN_SELCHANGE), LPARAM(combo));
+        // Another readout in the radio run, the full-size format in its combo.
+        SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_ZX_CHOICE1, BN_CLICKED), LPARAM(GetDlgItem(dlg, IDC_ZX_CHOICE1)));
+        HWND format = GetDlgItem(dlg, IDC_ZX_FORMAT);
+        SendMessageW(format, CB_SETCURSEL, 0, 0);
+        SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_ZX_FORMAT, CBN_SELCHANGE), LPARAM(format));
         // A page to the right on the gain's scroll bar.
         SendMessageW(dlg, WM_HSCROLL, SB_PAGERIGHT, LPARAM(GetDlgItem(dlg, IDC_ZX_GAIN)));
         // The offset changed by the camera itself, shown after a refresh.
@@ -104,7 +112,7 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
     });
     EXPECT_EQ(ui.InputSetup(nullptr), IDCANCEL);
     EXPECT_EQ(initial[1], L"30.0 frames/s");
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < n; ++i) {
         EXPECT_NE(changed[i], initial[i]) << "item " << shown[i];
         EXPECT_EQ(restored[i], initial[i]) << "item " << shown[i];
     }
@@ -112,6 +120,7 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
     camera.CameraSettingsGet_UNI_WRP(after, ZX_SETTINGS_ALL, true);
     EXPECT_TRUE(after.m_vecPropFast == before.m_vecPropFast);
     EXPECT_TRUE(after.m_vecPropQuality == before.m_vecPropQuality);
+    EXPECT_EQ(after.m_fmtFast, before.m_fmtFast);
 }
 
 TEST_F(ReferenceDriver, LiveHistogramFollowsTheExposureAndAutoExposureCorrectsIt)
