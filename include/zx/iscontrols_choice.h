@@ -380,30 +380,35 @@ private:
 
 // The same controls with their labels shown untranslated.
 
+/// CZxISControlCombo with its labels shown as the driver gives them, untranslated.
 class ZX_API CZxISControlComboNT : public CZxISControlCombo {
 public:
     using CZxISControlCombo::CZxISControlCombo;
     CZxStringW GetTranslation(const wchar_t* text, const char* sourceFile) override;
 };
 
+/// CZxISControlComboEx with its labels shown as the driver gives them, untranslated.
 class ZX_API CZxISControlComboExNT : public CZxISControlComboEx {
 public:
     using CZxISControlComboEx::CZxISControlComboEx;
     CZxStringW GetTranslation(const wchar_t* text, const char* sourceFile) override;
 };
 
+/// CZxISControlSpinList with its labels shown as the driver gives them, untranslated.
 class ZX_API CZxISControlSpinListNT : public CZxISControlSpinList {
 public:
     using CZxISControlSpinList::CZxISControlSpinList;
     CZxStringW GetTranslation(const wchar_t* text, const char* sourceFile) override;
 };
 
+/// CZxISControlNextPrevList with its labels shown as the driver gives them, untranslated.
 class ZX_API CZxISControlNextPrevListNT : public CZxISControlNextPrevList {
 public:
     using CZxISControlNextPrevList::CZxISControlNextPrevList;
     CZxStringW GetTranslation(const wchar_t* text, const char* sourceFile) override;
 };
 
+/// CZxISControlRadio with its labels shown as the driver gives them, untranslated.
 class ZX_API CZxISControlRadioNT : public CZxISControlRadio {
 public:
     using CZxISControlRadio::CZxISControlRadio;
