@@ -258,9 +258,17 @@ void CZxSimSetupUI::StopAcquisition()
 
 void CZxSimSetupUI::Acquire(int periodMs)
 {
-    std::unique_ptr<SZxAEHistogram> hist;
-    std::vector<uint32_t> combined;
     while (!m_stop) {
+        AcquireFrame();
+        Sleep(DWORD(periodMs));
+    }
+}
+
+void CZxSimSetupUI::AcquireFrame()
+{
+    std::unique_ptr<SZxAEHistogram>& hist = m_hist;
+    std::vector<uint32_t>& combined = m_combined;
+    {
         std::unique_ptr<CZxGrabberSample01> frame(m_camera.Snap());
         uint32_t w = 0, h = 0, bits = 0, comp = 0;
         frame->GetPicBufNumbers(&w, &h, &bits, &comp);
@@ -292,7 +300,6 @@ void CZxSimSetupUI::Acquire(int periodMs)
         OnNewHisto(display, colour ? uint32_t(CZxHistoDraw::PIXELKIND_RGB) : 0u);
         ++m_frames;
         AutoExpose(*hist);
-        Sleep(DWORD(periodMs));
     }
 }
 
@@ -303,6 +310,20 @@ void CZxSimSetupUI::AutoExpose(const SZxAEHistogram& hist)
         return;
     if (m_camera.PropGetSingle_WRP(kModeInUse, exposure) != 0 || m_camera.PropGetSingle_WRP(kModeInUse, gain) != 0)
         return;
+    // The advanced setup's targets: maximum exposure, target intensity and the
+    // overillumination tolerance, read per frame so a change acts at once.
+    SZxGrabberPropertyValue maxExposure(L"CaptureMaxExposure"), quality(L"CaptureQuality"),
+        promile(L"QuantilPromile"), pixels(L"QuantilPixels"), relative(L"QuantilRelative");
+    if (m_camera.PropGetSingle_WRP(kModeInUse, maxExposure) == 0 && maxExposure.m_varValue.GetDouble() > 0.0)
+        m_ae.m_setting1.m_dMaxExposure = maxExposure.m_varValue.GetDouble();
+    if (m_camera.PropGetSingle_WRP(kModeInUse, quality) == 0 && quality.m_varValue.GetDouble() > 10.0) {
+        m_ae.m_setting1.m_dHighTarget = quality.m_varValue.GetDouble() / 100.0;
+        m_ae.m_setting1.m_dMiddleTarget = m_ae.m_setting1.m_dHighTarget - 0.05;
+    }
+    if (m_camera.PropGetSingle_WRP(kModeInUse, promile) == 0 && m_camera.PropGetSingle_WRP(kModeInUse, pixels) == 0 &&
+        m_camera.PropGetSingle_WRP(kModeInUse, relative) == 0)
+        m_ae.m_quantil = SZxAEQuantil{relative.m_varValue.GetBool(), promile.m_varValue.GetDouble(),
+                                      uint32_t(pixels.m_varValue.GetDouble())};
     SZxAEFrameDesc frame;
     frame.m_dExposure = exposure.m_varValue.GetDouble();
     frame.m_dFactor = gain.m_varValue.GetDouble();

@@ -39,6 +39,9 @@ public:
     /// Starts and stops the acquisition thread (frames every `periodMs`).
     void StartAcquisition(int periodMs = 50);
     void StopAcquisition();
+    /// One frame of the acquisition: histogram to the dialog, auto exposure.
+    /// Tests call it directly instead of starting the thread.
+    void AcquireFrame();
     /// Frames the acquisition thread has handed to the dialog.
     int FramesDelivered() const { return m_frames; }
 
@@ -55,4 +58,6 @@ private:
     std::thread m_thread;
     std::atomic<bool> m_stop{false};
     std::atomic<int> m_frames{0};
+    std::unique_ptr<SZxAEHistogram> m_hist;
+    std::vector<uint32_t> m_combined;
 };

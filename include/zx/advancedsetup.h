@@ -1,0 +1,99 @@
+// The advanced auto-exposure setup: live acceleration, target intensity,
+// maximum exposure and the overillumination tolerance, each bound to a driver
+// property; changes take effect at once and Cancel writes back what was in
+// force when the dialog opened. Windows only.
+#pragma once
+#include <windows.h>
+
+#include <cstdint>
+#include "zx/export.h"
+#include "zx/inputsetupcontrols.h"
+#include "zxhost/provider.h"
+#include "zxhost/string.h"
+
+#define ZX_ADVANCED_SETUP L"ADVANCED_SETUP"
+
+/// Item ids of "ADVANCED_SETUP".
+enum : int {
+    IDC_ZX_AS_MAXEXPOSURE = 1001,  ///< "CaptureMaxExposure"
+    IDC_ZX_AS_PROMILE = 1002,      ///< "QuantilPromile" (relative tolerance, %)
+    IDC_ZX_AS_PIXELS = 1003,       ///< "QuantilPixels" (absolute tolerance)
+    IDC_ZX_AS_TICK_FIRST = 1201,   ///< 1201..1207: the slider's tick labels
+    IDC_ZX_AS_DEFAULT = 2001,
+    IDC_ZX_AS_RELATIVE = 2401,     ///< "QuantilRelative" true
+    IDC_ZX_AS_ABSOLUTE = 2402,     ///< "QuantilRelative" false
+    IDC_ZX_AS_QUALITY = 2801,      ///< "CaptureQuality"
+    IDC_ZX_AS_SPEEDUPTIME = 2802,  ///< "SpeedUpTime" (time-based speed-up only)
+    IDC_ZX_AS_SPEEDUP = 3201,      ///< "LiveSpeedUp" slider
+};
+
+/// Private message: re-read "QuantilRelative" and refresh every control (a
+/// driver posts it when it changed the settings behind the dialog's back).
+const UINT WM_ZX_ADVANCED_REREAD = 1302;
+
+/// The values Cancel writes back, read when the dialog opened.
+struct SZxAdvancedSetupValues {
+    int32_t m_iSpeedUp = 0;          ///< "SpeedUpTime" or "LiveSpeedUp", whichever is in use
+    int32_t m_iCaptureQuality = 0;
+    double m_dCaptureMaxExposure = 0.0;
+    double m_dQuantilPromile = 0.0;
+    int32_t m_iQuantilPixels = 0;
+    bool m_bQuantilRelative = false;
+};
+
+class ZX_API CZxGrabberAdvancedSetupUI {
+public:
+    explicit CZxGrabberAdvancedSetupUI(CZxGenProvider_Low* provider);
+    virtual ~CZxGrabberAdvancedSetupUI();
+    CZxGrabberAdvancedSetupUI(const CZxGrabberAdvancedSetupUI&) = delete;
+    CZxGrabberAdvancedSetupUI& operator=(const CZxGrabberAdvancedSetupUI&) = delete;
+
+    /// Runs the dialog modally over `parent`: 1 for OK, 2 for Cancel, else the
+    /// dialog service's failure.
+    int32_t CreateUI(ZxHWnd parent);
+    bool IsCreated() const { return m_hDlg != nullptr; }
+    static INT_PTR CALLBACK DialogProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+    /// True when the message was handled, with the dialog result in *result.
+    virtual bool DlgProcVirtual(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam, LRESULT* result);
+
+    // Properties by name, of the set in use: zero value on failure, writes unchecked.
+    bool GetPropBool(const wchar_t* name);
+    int32_t GetPropInt32(const wchar_t* name);
+    double GetPropDouble(const wchar_t* name);
+    CZxStringW GetPropStringW(const wchar_t* name);
+    void SetPropBool(const wchar_t* name, bool value);
+    void SetPropInt32(const wchar_t* name, int32_t value);
+    void SetPropDouble(const wchar_t* name, double value);
+    void SetPropStringW(const wchar_t* name, const CZxStringW& value);
+
+    HWND GetHDlg() const { return m_hDlg; }
+    CZxISControlList& GetControls() { return m_controls; }
+    const SZxAdvancedSetupValues& GetOldValues() const { return m_old; }
+    /// Whether the dialog last opened found a time-based speed-up ("SpeedUpTime" > 0).
+    static bool IsTimeBasedSpeedUp();
+
+protected:
+    /// Creates and attaches the six controls; `timeBased` non-zero puts the
+    /// "SpeedUpTime" combo where the "LiveSpeedUp" slider was.
+    virtual void AttachControls(uint64_t timeBased);
+    /// Writes the defaults (see docs/architecture.md) and refreshes.
+    virtual void ResetToDefault();
+    /// Writes the values read at start, speed-up first.
+    virtual void ResetToOld();
+    /// Checks the radio of "QuantilRelative" and enables the edit it chooses.
+    void ShowRelative(bool relative);
+
+    HWND m_hDlg;
+    CZxGenProvider_Low* m_pProvider;
+    CZxISControl* m_pSpeedUp;        ///< slider (3201) or time combo (2802)
+    CZxISControl* m_pQuality;
+    CZxISControl* m_pMaxExposure;
+    CZxISControl* m_pPromile;
+    CZxISControl* m_pPixels;
+    CZxISControl* m_pReserved;       ///< the slot of a driver's own sixth control; null here
+    SZxAdvancedSetupValues m_old;
+    CZxISControlList m_controls;
+
+private:
+    void DeleteControls();
+};
