@@ -411,8 +411,15 @@ int CZxSimCamera::PropState_WRP(uint32_t mode, const SZxGrabberPropertyDesc01& d
     if (Failing(L"PropState_WRP", status))
         return status;
     const SProperty* p = FindProperty(desc.m_wstrName);
-    if (!p)
-        return ZX_E_FAIL;
+    if (!p) {
+        // Commands are always there to be run, as a real driver reports them;
+        // their buttons read their state through the same call.
+        const std::wstring& name = desc.m_wstrName.Std();
+        if (std::none_of(m_commands.begin(), m_commands.end(), [&](const SCommand& c) { return c.name == name; }))
+            return ZX_E_FAIL;
+        state = ZX_PROPSTATE_AVAILABLE;
+        return ZX_OK;
+    }
     state = State(*p, SetIndex(mode));
     return ZX_OK;
 }

@@ -48,6 +48,8 @@ TEST(PushCommand, KeepsATemplateTextFillsAnEmptyOneAndRunsItsCommandToTheEnd)
     EXPECT_EQ(given.Reinit(), 0);
     EXPECT_EQ(Text(dlg.Item(IDC_CMD_PUSH)), L"Factory Settings");
     EXPECT_EQ(Text(dlg.Item(IDC_CMD_PUSH_TEXT)), L"Start");
+    dlg.List().UpdateStateMany(~0u);
+    EXPECT_EQ(IsWindowEnabled(dlg.Item(IDC_CMD_PUSH)), TRUE) << "a command is always available";
 
     SetValue(dlg.Camera(), L"Gain", 5.0);
     dlg.Camera().ClearCallLog();
