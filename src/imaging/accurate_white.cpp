@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "imaging/pixel_io.h"
 #include "imaging/probe_region.h"
 #include "zx/autoexposure.h"
 #include "zxhost/system.h"
@@ -95,7 +96,7 @@ int ZX_AccurateAutoWhite(double* redGain, double* greenGain, double* blueGain, d
     sample->GetPicBufNumbers(&width, &height, &bits, &comp);
     const void* data = sample->GetDataPtr();
     if (ZX_DIAG_FAIL_IF(comp != 3, kSource) || !data ||
-        sample->GetDataSize() < uint64_t(width) * height * 3 * ZX_BytesPerSample(bits)) {
+        sample->GetDataSize() < zx::FrameBytes(width, height, 3, bits)) {
         write();
         return 0;
     }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "imaging/histogram_kernels.h"
+#include "imaging/pixel_io.h"
 #include "imaging/probe_region.h"
 #include "zxhost/system.h"
 
@@ -145,7 +146,7 @@ void ZX_ComputeHistogramAE(SZxAEHistogram* hist, SZxPicBuf* pb, SZxGrabberProbe*
 
     if (pb->uiWidth == 0 || pb->uiHeight == 0)
         return;
-    const uint64_t needed = uint64_t(pb->uiWidth) * pb->uiHeight * pb->uiComp * ZX_BytesPerSample(pb->uiBits);
+    const uint64_t needed = zx::FrameBytes(pb->uiWidth, pb->uiHeight, pb->uiComp, pb->uiBits);
     // A data size of 0 means the describer did not fill it in; a smaller one is a short buffer.
     if (ZX_DIAG_FAIL_IF(pb->pData == NULL, kSource) ||
         ZX_DIAG_FAIL_IF(pb->ui64DataSize != 0 && pb->ui64DataSize < needed, kSource))

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "imaging/lut_kernels.h"
+#include "imaging/pixel_io.h"
 #include "zxhost/system.h"
 
 namespace {
@@ -87,7 +88,7 @@ bool Describe(SZxPicBuf* pb, size_t* samples)
     *samples = size_t(pb->uiWidth) * pb->uiHeight * pb->uiComp;
     if (*samples == 0)
         return false;
-    const uint64_t bytes = uint64_t(*samples) * ZX_BytesPerSample(pb->uiBits);
+    const uint64_t bytes = zx::FrameBytes(pb->uiWidth, pb->uiHeight, pb->uiComp, pb->uiBits);
     return !ZX_DIAG_FAIL_IF(pb->pData == NULL, kSource) &&
            !ZX_DIAG_FAIL_IF(pb->ui64DataSize != 0 && pb->ui64DataSize < bytes, kSource);
 }

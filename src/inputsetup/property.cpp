@@ -138,8 +138,15 @@ bool CZxRangeDoublePropertyValue::Set(const SZxGrabberPropertyDesc01& desc, cons
 {
     if (ZX_DIAG_FAIL_IF(desc.varValDefinition.GetRunType()!=CZxVariantRunType(n20("RZxRangeDouble")) && desc.varValDefinition.GetRunType()!=CZxVariantRunType(n20("RZxRangeDoubleList")) && desc.varValDefinition.GetRunType()!=CZxVariantRunType(n20("RZxRangeDoubleExposure")), L"property"))
         return false;
-    const double min = desc.varValDefinition[n20("m_dMin")].GetDouble();
-    const double max = desc.varValDefinition[n20("m_dMax")].GetDouble();
+    // A definition without its limits (or with a NaN one) would clamp every value
+    // to a silent 0 or not at all: refuse it.
+    const CZxVariant* varMin = desc.varValDefinition.Search(n20("m_dMin"));
+    const CZxVariant* varMax = desc.varValDefinition.Search(n20("m_dMax"));
+    if (ZX_DIAG_FAIL_IF(varMin==NULL || varMax==NULL, L"property") ||
+        ZX_DIAG_FAIL_IF(std::isnan(varMin->GetDouble()) || std::isnan(varMax->GetDouble()), L"property"))
+        return false;
+    const double min = varMin->GetDouble();
+    const double max = varMax->GetDouble();
 
     if (IsType(v, n20("double"))) {
         const double x = v.GetDouble();
@@ -171,8 +178,12 @@ bool CZxRangeInt32PropertyValue::Set(const SZxGrabberPropertyDesc01& desc, const
 {
     if (ZX_DIAG_FAIL_IF(desc.varValDefinition.GetRunType()!=CZxVariantRunType(n20("RZxRangeInt32")), L"property"))
         return false;
-    const int32_t min = desc.varValDefinition[n20("m_iMin")].GetZx_int32();
-    const int32_t max = desc.varValDefinition[n20("m_iMax")].GetZx_int32();
+    const CZxVariant* varMin = desc.varValDefinition.Search(n20("m_iMin"));
+    const CZxVariant* varMax = desc.varValDefinition.Search(n20("m_iMax"));
+    if (ZX_DIAG_FAIL_IF(varMin==NULL || varMax==NULL, L"property"))
+        return false;
+    const int32_t min = varMin->GetZx_int32();
+    const int32_t max = varMax->GetZx_int32();
 
     int32_t x = 0;
     if (IsType(v, n20("zx_int32"))) {

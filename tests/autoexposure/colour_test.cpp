@@ -1,6 +1,7 @@
 // Colour steps of the engine and the accurate auto white, on hand-computed values.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <memory>
 #include <random>
@@ -215,6 +216,22 @@ TEST(AccurateAutoWhite, ReportsBadFramesAndGivesUnitGains)
     EXPECT_EQ(1, diag.Count(L"sample == NULL"));
     EXPECT_EQ(1, diag.Count(L"comp != 3"));
     EXPECT_EQ(0, ZX_AccurateAutoWhite(nullptr, nullptr, nullptr, 0, 0, 0, &mono, nullptr));
+
+    // Odd but accepted input: {counted, red, green, blue gain}, never a report.
+    auto frame = ColourFrame(2, 1, 8, {{10, 20, 40}, {20, 40, 80}});
+    auto zeroBits = ColourFrame(2, 1, 0, {{0, 0, 0}});   // every pixel at its maximum 0: saturated
+    SZxGrabberProbe beside = SZxGrabberProbe::Rect(5, 0, 2, 2), huge = SZxGrabberProbe::Rect(0, 0, ~0u, ~0u);
+    const double nan = std::nan("");
+    const struct { CZxGrabberSample01* s; double off; SZxGrabberProbe* probe; std::vector<double> want; } odd[] = {
+        {frame.get(), nan, nullptr, {2, 1, 2, 4}},        // a NaN offset is no offset
+        {frame.get(), 1e300, nullptr, AutoWhite(frame.get(), 1048576.0 / 255, 1048576.0 / 255, 1048576.0 / 255)},  // 2^20 levels
+        {frame.get(), 0, &beside, {0, 1, 1, 1}},
+        {frame.get(), 0, &huge, {2, 1, 2, 4}},
+        {zeroBits.get(), 0, nullptr, {0, 1, 1, 1}},
+    };
+    for (const auto& c : odd)
+        ExpectDoubles(c.want, AutoWhite(c.s, c.off, c.off, c.off, c.probe));
+    EXPECT_EQ(diag.Size(), 3u);   // the three refusals above only
 }
 
 } // namespace

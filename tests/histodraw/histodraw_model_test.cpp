@@ -207,7 +207,8 @@ TEST(HistoDrawInput, BadRecordsFailKeepingTheLastCopiesAreDeepFrameRecordsSumThe
 TEST(HistoDrawBarHeight, RoundsAndStaysInsideThePlot)
 {
     const struct { double exponent, fraction; uint32_t y; } cases[] = {
-        {1.0, 0.5, 50}, {2.0, 0.25, 50}, {1.0, 0.004, 0}, {1.0, 0.005, 1}, {1.0, 3.0, 100}, {1.0, std::nan(""), 0}};
+        {1.0, 0.5, 50}, {2.0, 0.25, 50}, {1.0, 0.004, 0}, {1.0, 0.005, 1}, {1.0, 3.0, 100}, {1.0, std::nan(""), 0},
+        {0.0, 0.5, 0}, {-1.0, 0.5, 100}, {std::nan(""), 0.5, 0}, {1.0, -0.5, 0}};
     for (const auto& c : cases)
         EXPECT_EQ(CZxHistoDraw::CalcHistoY(c.exponent, c.fraction, 100), c.y) << c.exponent << " " << c.fraction;
 }

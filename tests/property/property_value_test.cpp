@@ -140,3 +140,40 @@ TEST(ListPropertyValues, AMissKeepsValueAndTextAndLabelsWorkBothWays)
     EXPECT_FALSE(t.Set(TextList(L"m_wstrText"), L"Nope"));
     EXPECT_EQ(diag.Count(L"varText==NULL"), 2);
 }
+
+TEST(RangePropertyValues, BrokenDefinitionsAreRefusedOddLimitsKeepTheValueBetweenThem)
+{
+    using M = std::initializer_list<std::pair<const wchar_t*, CZxVariant>>;
+    const wchar_t kMissing[] = L"varMin==NULL || varMax==NULL";
+    const wchar_t kNaN[] = L"std::isnan(varMin->GetDouble()) || std::isnan(varMax->GetDouble())";
+    // {definition members, value, "ok|no value text" after a good Set of 7, the report or null}
+    const struct { M members; CZxVariant value; const wchar_t* want; const wchar_t* report; } doubles[] = {
+        {M{{L"m_dMax", 9.0}}, 5.0, L"no 7 7.000000", kMissing},
+        {M{{L"m_dMin", 0.0}}, 5.0, L"no 7 7.000000", kMissing},
+        {M{{L"m_dMin", std::nan("")}, {L"m_dMax", 9.0}}, 5.0, L"no 7 7.000000", kNaN},
+        {M{{L"m_dMin", 10.0}, {L"m_dMax", 1.0}}, 5.0, L"ok 10 10.000000", nullptr},   // min > max: below min is min,
+        {M{{L"m_dMin", 10.0}, {L"m_dMax", 1.0}}, 20.0, L"ok 1 1.000000", nullptr},    // anything else max
+        {M{{L"m_dMin", 0.0}, {L"m_dMax", 9.0}}, INFINITY, L"ok 9 9.000000", nullptr},
+        {M{{L"m_dMin", 0.0}, {L"m_dMax", 9.0}}, -INFINITY, L"ok 0 0.000000", nullptr},
+    };
+    for (const auto& c : doubles) {
+        CZxRangeDoublePropertyValue v;
+        ASSERT_TRUE(v.Set(Def(L"RZxRangeDouble", {{L"m_dMin", 0.0}, {L"m_dMax", 9.0}}), 7.0));
+        zxtest::DiagCapture diag;
+        EXPECT_EQ(Set(v, Def(L"RZxRangeDouble", c.members), c.value), c.want);
+        EXPECT_EQ(diag.Size(), c.report ? 1u : 0u) << c.want;
+        EXPECT_TRUE(!c.report || diag.Has(c.report, L"property")) << c.want;
+    }
+    const struct { M members; int32_t value; const wchar_t* want; } ints[] = {
+        {M{{L"m_iMin", 0}}, 5, L"no 7 7"},
+        {M{{L"m_iMin", 10}, {L"m_iMax", 1}}, 5, L"ok 10 10"},
+        {M{{L"m_iMin", 10}, {L"m_iMax", 1}}, 20, L"ok 1 1"},
+    };
+    for (const auto& c : ints) {
+        CZxRangeInt32PropertyValue v;
+        ASSERT_TRUE(v.Set(Def(L"RZxRangeInt32", {{L"m_iMin", 0}, {L"m_iMax", 9}}), 7));
+        zxtest::DiagCapture diag;
+        EXPECT_EQ(Set(v, Def(L"RZxRangeInt32", c.members), c.value), c.want);
+        EXPECT_EQ(diag.Count(kMissing), c.want[0] == L'n' ? 1 : 0) << c.want;
+    }
+}

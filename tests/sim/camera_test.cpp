@@ -1,6 +1,7 @@
 // The simulated camera's contract as a driver: values and sets, settings,
 // formats, commands.
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <thread>
 #include <tuple>
@@ -252,4 +253,27 @@ TEST(SimCameraDriver, PredefinedROIsAndTheROIQuery)
     EXPECT_EQ(cam.UserParamQuery(L"DefineRoiQuery", &q, sizeof q), ZX_OK);
     EXPECT_TRUE(q.m_bAnswer);
     EXPECT_EQ(cam.UserParamQuery(L"DefineRoiQuery", &q, 4), ZX_E_FAIL);
+}
+
+TEST(SimCameraFailNext, FailsTheNextCallOfItsOperationOnlyOnceAndChangesNothing)
+{
+    CZxSimCamera cam;
+    SZxGrabberFormatValue format;
+    // One call of each kind: a write, a property read and a format read.
+    const struct {
+        const wchar_t* op;
+        std::function<int()> call;
+    } ops[] = {
+        {L"PropSet_WRP", [&] { return Set(cam, ZX_MODE_FAST, {{L"Gain", 3.0}}); }},
+        {L"PropGetSingle_WRP", [&] { SZxGrabberPropertyValue v(L"Gain"); return cam.PropGetSingle_WRP(1, v); }},
+        {L"FormatGet_WRP", [&] { return cam.FormatGet_WRP(ZX_MODE_FAST, format); }},
+    };
+    for (const auto& o : ops) {
+        cam.FailNext(o.op, ZX_E_WINDOW);
+        cam.FailNext(L"NoSuchOperation", ZX_E_FAIL);   // fails nothing that is called
+        EXPECT_EQ(o.call(), ZX_E_WINDOW) << o.op;
+        EXPECT_EQ(Get(cam, ZX_MODE_FAST, L"Gain").GetDouble(), 1.0) << o.op;   // a failed write left the value
+        EXPECT_EQ(o.call(), ZX_OK) << o.op << ": the failure was not one-shot";
+        Set(cam, ZX_MODE_FAST, {{L"Gain", 1.0}});
+    }
 }
