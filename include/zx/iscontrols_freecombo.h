@@ -77,6 +77,9 @@ public:
     static void* m_KeyboardHook;
 
 private:
+    // The editing behaviour both free combos share lives in one place.
+    template <class> friend struct ZxFreeComboOps;
+
     bool m_bEnabled;
     bool m_bUpdating;
     double m_dMin;
@@ -140,6 +143,9 @@ public:
     static void* m_KeyboardHook;
 
 private:
+    // The editing behaviour both free combos share lives in one place.
+    template <class> friend struct ZxFreeComboOps;
+
     bool m_bEnabled;
     bool m_bUpdating;
     double m_dMin;

@@ -194,6 +194,139 @@ LRESULT CALLBACK TemperatureHookTrampoline(int code, WPARAM wParam, LPARAM lPara
 
 } // namespace
 
+// What the exposure and the temperature combo do alike: Enter, Escape, typing,
+// the focus leaving and a pick from the list. Each class gives its own text of
+// a value, its own nearest-preset selection and what opening and closing the
+// list does.
+template <class C> struct ZxFreeComboOps {
+    static void Commit(C& c)
+    {
+        const double value = c.GetComboValue(false);
+        c.m_bUpdating = true;
+        c.SelectNearest(value, true);
+        c.m_bUpdating = false;
+        SZxGrabberPropertyValue v(c.m_wstrName, CZxVariant(value));
+        c._SetPropValue(v);
+    }
+
+    static void Revert(C& c)
+    {
+        SZxGrabberPropertyValue current(c.m_wstrName);
+        c._GetPropValue(current);
+        SetText(c, current.m_varValue.GetDouble());
+    }
+
+    static void SetText(C& c, double value)
+    {
+        const CZxStringW text = Text(c, value);
+        c.m_bUpdating = true;
+        SetWindowTextW(H(c.m_hCombo), text);
+        c.m_bUpdating = false;
+    }
+
+    static int32_t ResetToDefault(C& c)
+    {
+        c.m_bUpdating = true;
+        SZxGrabberPropertyValue def(c.m_wstrName);
+        c._GetPropDefaultValue(def);
+        c.SelectNearest(def.m_varValue.GetDouble(), true);
+        c._SetPropValue(def);
+        c.m_bUpdating = false;
+        return ZX_OK;
+    }
+
+    static int32_t UpdateFromGeneric(C& c)
+    {
+        // The user's work in progress wins over the driver's value.
+        if (c.m_bDroppedDown || c.m_bEditing)
+            return ZX_E_BUSY;
+        c.m_bUpdating = true;
+        SZxGrabberPropertyValue current(c.m_wstrName);
+        c._GetPropValue(current);
+        c.SelectNearest(current.m_varValue.GetDouble(), true);
+        c.m_bUpdating = false;
+        return ZX_OK;
+    }
+
+    static int32_t GetPropValForGeneric(C& c, SZxGrabberPropertyValue& value)
+    {
+        value.m_varValue.SetTypeChangeAllowed(true);
+        value.m_varValue = CZxVariant(c.GetComboValue(false));
+        value.m_varValue.SetTypeChangeAllowed(false);
+        return ZX_OK;
+    }
+
+    static bool DlgProcHook(C& c, ZxHWnd dialog, uint32_t message, ZxWParam wParam, ZxLResult* result)
+    {
+        if (message == c.m_uiMessage) {
+            if (wParam == kEnter)
+                c.Commit();
+            else if (wParam == kEscape)
+                c.Revert();
+            if (result)
+                *result = 0;
+            return true;
+        }
+        if (message != WM_COMMAND || LOWORD(wParam) != c.m_iControlId)
+            return false;
+        switch (HIWORD(wParam)) {
+        case CBN_EDITCHANGE:
+            // The control's own writes are not the user's typing.
+            if (!c.m_bUpdating)
+                c.m_bEditing = true;
+            return false;
+        case CBN_KILLFOCUS:
+            if (!c.m_bEditing)
+                return false;
+            c.m_bEditing = false;
+            c.Commit();
+            return true;
+        case CBN_DROPDOWN:
+            c.m_bEditing = false;
+            c.m_bDroppedDown = true;
+            DroppedDown(c);
+            return false;
+        case CBN_CLOSEUP:
+            c.m_bEditing = false;
+            c.m_bDroppedDown = false;
+            ClosedUp(c, dialog);
+            return false;
+        case CBN_SELCHANGE: {
+            if (c.m_bUpdating)
+                return false;
+            const double value = c.GetComboValue(true);
+            SetText(c, value);
+            SZxGrabberPropertyValue v(c.m_wstrName, CZxVariant(value));
+            c._SetPropValue(v);
+            if (result)
+                *result = 0;
+            return true;
+        }
+        default:
+            return false;
+        }
+    }
+
+    // The exposure combo centres the opened list on the value and, once it is
+    // closed, has the typed text reverted through its dialog message; the
+    // temperature combo selects the nearest preset and reverts at once.
+    static CZxStringW Text(CZxISControlComboFreeExposure& e, double value) { return e.Format(value); }
+    static void DroppedDown(CZxISControlComboFreeExposure& e) { e.SelectNearestInList(); }
+    static void ClosedUp(CZxISControlComboFreeExposure& e, ZxHWnd dialog)
+    {
+        SendMessageW(H(dialog ? dialog : e.m_hDlg), e.m_uiMessage, kEscape, e.m_iControlId);
+    }
+    static CZxStringW Text(CZxISControlComboFreeTemperature& t, double value)
+    {
+        CZxStringW text;
+        ZX_TemperatureToText(text, value, t.m_iDecimals);
+        return text;
+    }
+    static void DroppedDown(CZxISControlComboFreeTemperature& t) { t.SelectNearest(t.GetComboValue(false), false); }
+    static void ClosedUp(CZxISControlComboFreeTemperature& t, ZxHWnd) { t.Revert(); }
+};
+
+
 // ==== CZxISControlComboFreeExposure ====================================================
 
 CZxISControlComboFreeExposure::CZxISControlComboFreeExposure(const wchar_t* name, uint32_t mode, int32_t controlId,
@@ -387,109 +520,23 @@ void CZxISControlComboFreeExposure::SelectNearestInList()
     SendMessageW(H(m_hCombo), CB_SETCURSEL, index - below, 0);
 }
 
-void CZxISControlComboFreeExposure::Commit()
-{
-    const double value = GetComboValue(false);
-    m_bUpdating = true;
-    SelectNearest(value, true);
-    m_bUpdating = false;
-    SZxGrabberPropertyValue v(m_wstrName, CZxVariant(value));
-    _SetPropValue(v);
-}
+void CZxISControlComboFreeExposure::Commit() { ZxFreeComboOps<CZxISControlComboFreeExposure>::Commit(*this); }
 
-void CZxISControlComboFreeExposure::Revert()
-{
-    SZxGrabberPropertyValue current(m_wstrName);
-    _GetPropValue(current);
-    m_bUpdating = true;
-    SetWindowTextW(H(m_hCombo), Format(current.m_varValue.GetDouble()));
-    m_bUpdating = false;
-}
+void CZxISControlComboFreeExposure::Revert() { ZxFreeComboOps<CZxISControlComboFreeExposure>::Revert(*this); }
 
-int32_t CZxISControlComboFreeExposure::ResetToDefault()
-{
-    m_bUpdating = true;
-    SZxGrabberPropertyValue def(m_wstrName);
-    _GetPropDefaultValue(def);
-    SelectNearest(def.m_varValue.GetDouble(), true);
-    _SetPropValue(def);
-    m_bUpdating = false;
-    return ZX_OK;
-}
+int32_t CZxISControlComboFreeExposure::ResetToDefault() { return ZxFreeComboOps<CZxISControlComboFreeExposure>::ResetToDefault(*this); }
 
-int32_t CZxISControlComboFreeExposure::UpdateFromGeneric()
-{
-    // The user's work in progress wins over the driver's value.
-    if (m_bDroppedDown || m_bEditing)
-        return ZX_E_BUSY;
-    m_bUpdating = true;
-    SZxGrabberPropertyValue current(m_wstrName);
-    _GetPropValue(current);
-    SelectNearest(current.m_varValue.GetDouble(), true);
-    m_bUpdating = false;
-    return ZX_OK;
-}
+int32_t CZxISControlComboFreeExposure::UpdateFromGeneric() { return ZxFreeComboOps<CZxISControlComboFreeExposure>::UpdateFromGeneric(*this); }
 
 int32_t CZxISControlComboFreeExposure::GetPropValForGeneric(SZxGrabberPropertyValue& value)
 {
-    value.m_varValue.SetTypeChangeAllowed(true);
-    value.m_varValue = CZxVariant(GetComboValue(false));
-    value.m_varValue.SetTypeChangeAllowed(false);
-    return ZX_OK;
+    return ZxFreeComboOps<CZxISControlComboFreeExposure>::GetPropValForGeneric(*this, value);
 }
 
 bool CZxISControlComboFreeExposure::DlgProcHook(ZxHWnd dialog, uint32_t message, ZxWParam wParam, ZxLParam,
                                                 ZxLResult* result)
 {
-    if (message == m_uiMessage) {
-        if (wParam == kEnter)
-            Commit();
-        else if (wParam == kEscape)
-            Revert();
-        if (result)
-            *result = 0;
-        return true;
-    }
-    if (message != WM_COMMAND || LOWORD(wParam) != m_iControlId)
-        return false;
-    switch (HIWORD(wParam)) {
-    case CBN_EDITCHANGE:
-        // The control's own writes are not the user's typing.
-        if (!m_bUpdating)
-            m_bEditing = true;
-        return false;
-    case CBN_KILLFOCUS:
-        if (!m_bEditing)
-            return false;
-        m_bEditing = false;
-        Commit();
-        return true;
-    case CBN_DROPDOWN:
-        m_bEditing = false;
-        m_bDroppedDown = true;
-        SelectNearestInList();
-        return false;
-    case CBN_CLOSEUP:
-        m_bEditing = false;
-        m_bDroppedDown = false;
-        SendMessageW(H(dialog ? dialog : m_hDlg), m_uiMessage, kEscape, m_iControlId);
-        return false;
-    case CBN_SELCHANGE: {
-        if (m_bUpdating)
-            return false;
-        const double value = GetComboValue(true);
-        m_bUpdating = true;
-        SetWindowTextW(H(m_hCombo), Format(value));
-        m_bUpdating = false;
-        SZxGrabberPropertyValue v(m_wstrName, CZxVariant(value));
-        _SetPropValue(v);
-        if (result)
-            *result = 0;
-        return true;
-    }
-    default:
-        return false;
-    }
+    return ZxFreeComboOps<CZxISControlComboFreeExposure>::DlgProcHook(*this, dialog, message, wParam, result);
 }
 
 bool CZxISControlComboFreeExposure::FreeExposureHook(int32_t code, ZxWParam key, ZxLParam)
@@ -673,111 +720,23 @@ void CZxISControlComboFreeTemperature::SelectNearest(double value, bool setText)
     }
 }
 
-void CZxISControlComboFreeTemperature::Commit()
-{
-    const double value = GetComboValue(false);
-    m_bUpdating = true;
-    SelectNearest(value, true);
-    m_bUpdating = false;
-    SZxGrabberPropertyValue v(m_wstrName, CZxVariant(value));
-    _SetPropValue(v);
-}
+void CZxISControlComboFreeTemperature::Commit() { ZxFreeComboOps<CZxISControlComboFreeTemperature>::Commit(*this); }
 
-void CZxISControlComboFreeTemperature::Revert()
-{
-    SZxGrabberPropertyValue current(m_wstrName);
-    _GetPropValue(current);
-    CZxStringW text;
-    ZX_TemperatureToText(text, current.m_varValue.GetDouble(), m_iDecimals);
-    m_bUpdating = true;
-    SetWindowTextW(H(m_hCombo), text);
-    m_bUpdating = false;
-}
+void CZxISControlComboFreeTemperature::Revert() { ZxFreeComboOps<CZxISControlComboFreeTemperature>::Revert(*this); }
 
-int32_t CZxISControlComboFreeTemperature::ResetToDefault()
-{
-    m_bUpdating = true;
-    SZxGrabberPropertyValue def(m_wstrName);
-    _GetPropDefaultValue(def);
-    SelectNearest(def.m_varValue.GetDouble(), true);
-    _SetPropValue(def);
-    m_bUpdating = false;
-    return ZX_OK;
-}
+int32_t CZxISControlComboFreeTemperature::ResetToDefault() { return ZxFreeComboOps<CZxISControlComboFreeTemperature>::ResetToDefault(*this); }
 
-int32_t CZxISControlComboFreeTemperature::UpdateFromGeneric()
-{
-    if (m_bDroppedDown || m_bEditing)
-        return ZX_E_BUSY;
-    m_bUpdating = true;
-    SZxGrabberPropertyValue current(m_wstrName);
-    _GetPropValue(current);
-    SelectNearest(current.m_varValue.GetDouble(), true);
-    m_bUpdating = false;
-    return ZX_OK;
-}
+int32_t CZxISControlComboFreeTemperature::UpdateFromGeneric() { return ZxFreeComboOps<CZxISControlComboFreeTemperature>::UpdateFromGeneric(*this); }
 
 int32_t CZxISControlComboFreeTemperature::GetPropValForGeneric(SZxGrabberPropertyValue& value)
 {
-    value.m_varValue.SetTypeChangeAllowed(true);
-    value.m_varValue = CZxVariant(GetComboValue(false));
-    value.m_varValue.SetTypeChangeAllowed(false);
-    return ZX_OK;
+    return ZxFreeComboOps<CZxISControlComboFreeTemperature>::GetPropValForGeneric(*this, value);
 }
 
-bool CZxISControlComboFreeTemperature::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wParam, ZxLParam,
+bool CZxISControlComboFreeTemperature::DlgProcHook(ZxHWnd dialog, uint32_t message, ZxWParam wParam, ZxLParam,
                                                    ZxLResult* result)
 {
-    if (message == m_uiMessage) {
-        if (wParam == kEnter)
-            Commit();
-        else if (wParam == kEscape)
-            Revert();
-        if (result)
-            *result = 0;
-        return true;
-    }
-    if (message != WM_COMMAND || LOWORD(wParam) != m_iControlId)
-        return false;
-    switch (HIWORD(wParam)) {
-    case CBN_EDITCHANGE:
-        if (!m_bUpdating)
-            m_bEditing = true;
-        return false;
-    case CBN_KILLFOCUS:
-        if (!m_bEditing)
-            return false;
-        m_bEditing = false;
-        Commit();
-        return true;
-    case CBN_DROPDOWN:
-        m_bEditing = false;
-        m_bDroppedDown = true;
-        SelectNearest(GetComboValue(false), false);
-        return false;
-    case CBN_CLOSEUP:
-        m_bEditing = false;
-        m_bDroppedDown = false;
-        Revert();
-        return false;
-    case CBN_SELCHANGE: {
-        if (m_bUpdating)
-            return false;
-        const double value = GetComboValue(true);
-        CZxStringW text;
-        ZX_TemperatureToText(text, value, m_iDecimals);
-        m_bUpdating = true;
-        SetWindowTextW(H(m_hCombo), text);
-        m_bUpdating = false;
-        SZxGrabberPropertyValue v(m_wstrName, CZxVariant(value));
-        _SetPropValue(v);
-        if (result)
-            *result = 0;
-        return true;
-    }
-    default:
-        return false;
-    }
+    return ZxFreeComboOps<CZxISControlComboFreeTemperature>::DlgProcHook(*this, dialog, message, wParam, result);
 }
 
 bool CZxISControlComboFreeTemperature::FreeTemperatureHook(int32_t code, ZxWParam key, ZxLParam)
