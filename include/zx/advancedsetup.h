@@ -41,6 +41,9 @@ struct SZxAdvancedSetupValues {
     bool m_bQuantilRelative = false;
 };
 
+/// The advanced auto-exposure setup dialog over a driver's provider: each item
+/// bound to its property, changes written at once, Cancel restoring the values
+/// read on opening.
 class ZX_API CZxGrabberAdvancedSetupUI {
 public:
     explicit CZxGrabberAdvancedSetupUI(CZxGenProvider_Low* provider);
