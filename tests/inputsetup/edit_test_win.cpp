@@ -172,11 +172,7 @@ TEST_F(EditNotifications, UnusableDefinitionsAreReportedAndLeaveTheEditDisabled)
 {
     TestDialog dlg(IDD_NUM_TEST);
     OddCamera cam;
-    CZxVariant stepZero = CZxVariant::MakeRecord(L"RZxRangeDouble");
-    stepZero[L"m_dMin"] = 0.0;
-    stepZero[L"m_dMax"] = 1.0;
-    stepZero[L"m_dStep"] = 0.0;
-    cam.defs[L"StepZero"] = stepZero;
+    cam.defs[L"StepZero"] = Record(L"RZxRangeDouble", {{L"m_dMin", 0.0}, {L"m_dMax", 1.0}, {L"m_dStep", 0.0}});
     CZxISControlEditDouble edit(L"StepZero", 1, IDC_NUM_EDIT, 1, kNotify, false);
     edit.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
     zxtest::DiagCapture diag;

@@ -28,6 +28,16 @@ public:
     std::map<std::wstring, CZxVariant> defs;
 };
 
+/// A definition record of `type` with the given members, as a driver would send it.
+inline CZxVariant Record(const wchar_t* type,
+                         std::initializer_list<std::pair<const wchar_t*, CZxVariant>> members)
+{
+    CZxVariant d = CZxVariant::MakeRecord(type);
+    for (const auto& m : members)
+        d[m.first] = m.second;
+    return d;
+}
+
 inline CZxVariant Range(const wchar_t* type, const wchar_t* keys[3], double min, double max, double step)
 {
     CZxVariant d = CZxVariant::MakeRecord(type);
@@ -101,5 +111,19 @@ inline void Set(CZxSimCamera& cam, const wchar_t* name, const CZxVariant& value)
     values.Add(SZxGrabberPropertyValue(name, value));
     cam.PropSet_WRP(1, values, nullptr, false);
 }
+
+/// The Gain scroll bar (1 .. 16 in steps of 0.1) on the numeric test dialog,
+/// showing the driver's value, or `value` written first when one is given.
+struct GainScroll {
+    explicit GainScroll(double value = -1.0)
+    {
+        dlg.Attach(gain);
+        if (value >= 0)
+            Set(dlg.Camera(), L"Gain", value);
+        dlg.List().ReinitAndUpdateMany(~0u);
+    }
+    zxtest::TestDialog dlg{IDD_NUM_TEST};
+    CZxISControlScrollDouble gain{L"Gain", 1, IDC_NUM_SCROLL, IDC_NUM_SCROLL_TEXT, 1};
+};
 
 } // namespace numtest

@@ -19,10 +19,8 @@ int ScrollMax(TestDialog& dlg, int id)
 
 TEST(ScrollControls, EachScrollCodeMovesAndWritesByItsAmount)
 {
-    TestDialog dlg(IDD_NUM_TEST);
-    CZxISControlScrollDouble gain(L"Gain", 1, IDC_NUM_SCROLL, IDC_NUM_SCROLL_TEXT, 1);
-    dlg.Attach(gain);
-    dlg.List().ReinitAndUpdateMany(~0u);
+    GainScroll g;
+    TestDialog& dlg = g.dlg;
     ASSERT_EQ(ScrollMax(dlg, IDC_NUM_SCROLL), 150); // 1 .. 16 in steps of 0.1
     const struct {
         WORD code;
@@ -33,7 +31,7 @@ TEST(ScrollControls, EachScrollCodeMovesAndWritesByItsAmount)
                  {SB_TOP, 40, L"5.0"}};
     for (const auto& c : cases) {
         Set(dlg.Camera(), L"Gain", 5.0);
-        gain.UpdateFromGeneric();
+        g.gain.UpdateFromGeneric();
         const size_t notes = dlg.Notifications().size();
         EXPECT_TRUE(dlg.Scroll(IDC_NUM_SCROLL, c.code, 99)) << c.code;
         EXPECT_EQ(ScrollPos(dlg, IDC_NUM_SCROLL), c.pos) << c.code;
@@ -45,11 +43,8 @@ TEST(ScrollControls, EachScrollCodeMovesAndWritesByItsAmount)
 
 TEST(ScrollControls, PageRightAtTheLastPositionWritesNothingButIsHandled)
 {
-    TestDialog dlg(IDD_NUM_TEST);
-    CZxISControlScrollDouble gain(L"Gain", 1, IDC_NUM_SCROLL, IDC_NUM_SCROLL_TEXT, 1);
-    dlg.Attach(gain);
-    Set(dlg.Camera(), L"Gain", 16.0);
-    dlg.List().ReinitAndUpdateMany(~0u);
+    GainScroll g(16.0);
+    TestDialog& dlg = g.dlg;
     ASSERT_EQ(ScrollPos(dlg, IDC_NUM_SCROLL), 150);
     dlg.Camera().ClearCallLog();
     EXPECT_TRUE(dlg.Scroll(IDC_NUM_SCROLL, SB_PAGERIGHT));
@@ -61,28 +56,23 @@ TEST(ScrollControls, PageRightAtTheLastPositionWritesNothingButIsHandled)
 
 TEST(ScrollControls, DisabledScrollKeepsItsPositionWhileItsTextFollowsTheDriver)
 {
-    TestDialog dlg(IDD_NUM_TEST);
-    CZxISControlScrollDouble gain(L"Gain", 1, IDC_NUM_SCROLL, IDC_NUM_SCROLL_TEXT, 1);
-    dlg.Attach(gain);
-    Set(dlg.Camera(), L"Gain", 2.0);
-    dlg.List().ReinitAndUpdateMany(~0u);
+    GainScroll g(2.0);
+    TestDialog& dlg = g.dlg;
     ASSERT_EQ(ScrollPos(dlg, IDC_NUM_SCROLL), 10);
-    gain.Enable(false);
+    g.gain.Enable(false);
     Set(dlg.Camera(), L"Gain", 3.5);
-    EXPECT_EQ(gain.UpdateFromGeneric(), 0);
+    EXPECT_EQ(g.gain.UpdateFromGeneric(), 0);
     EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_NUM_SCROLL)));
     EXPECT_EQ(ScrollPos(dlg, IDC_NUM_SCROLL), 10);
     EXPECT_EQ(ItemText(dlg, IDC_NUM_SCROLL_TEXT), L"3.5");
-    gain.Enable(true); // enabling catches the position up
+    g.gain.Enable(true); // enabling catches the position up
     EXPECT_EQ(ScrollPos(dlg, IDC_NUM_SCROLL), 25);
 }
 
 TEST(ScrollControls, ThumbTrackWritesTheTrackedValue)
 {
-    TestDialog dlg(IDD_NUM_TEST);
-    CZxISControlScrollDouble gain(L"Gain", 1, IDC_NUM_SCROLL, IDC_NUM_SCROLL_TEXT, 1);
-    dlg.Attach(gain);
-    dlg.List().ReinitAndUpdateMany(~0u);
+    GainScroll g;
+    TestDialog& dlg = g.dlg;
     // Drag the thumb with the mouse from the left end to the middle of the bar.
     HWND bar = dlg.Item(IDC_NUM_SCROLL);
     RECT rc;

@@ -56,12 +56,8 @@ TEST(SpinControls, IntegerSpinShowsTheValueOverItsDenominator)
 {
     TestDialog dlg(IDD_NUM_TEST);
     OddCamera cam;
-    CZxVariant denomOnly = CZxVariant::MakeRecord(L"RZxRangeInt32");
-    denomOnly[L"m_iMin"] = 0;
-    denomOnly[L"m_iMax"] = 1000;
-    denomOnly[L"m_iStep"] = 10;
-    denomOnly[L"m_iDenom"] = 1000;
-    cam.defs[L"DenomOnly"] = denomOnly;
+    cam.defs[L"DenomOnly"] =
+        Record(L"RZxRangeInt32", {{L"m_iMin", 0}, {L"m_iMax", 1000}, {L"m_iStep", 10}, {L"m_iDenom", 1000}});
     CZxISControlSpinInt gamma(L"Gamma", 1, IDC_NUM_SPININT_EDIT, 1);
     gamma.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
     gamma.Reinit();
@@ -87,14 +83,8 @@ TEST(SpinControls, UnusableDefinitionsAreReportedAndLeaveTheSpinDisabled)
 {
     TestDialog dlg(IDD_NUM_TEST);
     OddCamera cam;
-    CZxVariant stepZero = CZxVariant::MakeRecord(L"RZxRangeInt32");
-    stepZero[L"m_iMin"] = 0;
-    stepZero[L"m_iMax"] = 10;
-    stepZero[L"m_iStep"] = 0;
-    CZxVariant noMin = CZxVariant::MakeRecord(L"RZxRangeDouble");
-    noMin[L"m_dMax"] = 10.0;
-    noMin[L"m_dStep"] = 1.0;
-    cam.defs = {{L"StepZero", stepZero}, {L"NoMin", noMin}};
+    cam.defs = {{L"StepZero", Record(L"RZxRangeInt32", {{L"m_iMin", 0}, {L"m_iMax", 10}, {L"m_iStep", 0}})},
+                {L"NoMin", Record(L"RZxRangeDouble", {{L"m_dMax", 10.0}, {L"m_dStep", 1.0}})}};
     CZxISControlSpinInt spinInt(L"StepZero", 1, IDC_NUM_SPININT_EDIT, 1);
     CZxISControlSpinDouble spinDouble(L"NoMin", 1, IDC_NUM_SPIN_EDIT, 1);
     const struct {
