@@ -4,6 +4,7 @@
 // the live histogram from the acquisition thread with OnNewHisto.
 #include "zxsim/setupui.h"
 
+#include "zx/advancedsetup.h"
 #include "zx/histogram.h"
 #include "zx/inputform.h"
 #include "zx/iscontrols_choice.h"
@@ -48,8 +49,9 @@ int CZxSimDriverCamera::InputSetupModelessHide()
 
 // ---- Opening the dialog -------------------------------------------------------------------
 
-CZxSimSetupUI::CZxSimSetupUI(CZxSimDriverCamera& camera) : m_camera(camera)
+CZxSimSetupUI::CZxSimSetupUI(CZxSimDriverCamera& camera) : m_camera(camera), m_wrapper(this)
 {
+    m_page.wrapper = &m_wrapper;
     m_camera.m_pUI = this;
     // Auto exposure: one camera mode, exposure only, aiming the brightest
     // pixels at 85 % of full scale.
@@ -81,32 +83,27 @@ CZxSimSetupUI::~CZxSimSetupUI()
     m_camera.m_pUI = nullptr;
 }
 
-int32_t CZxSimSetupUI::DoInputSetup(bool modal, ZxHWnd parent)
-{
-    HWND owner = reinterpret_cast<HWND>(parent);
-    if (modal)
-        return int32_t(DialogBoxParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &DialogProc, LPARAM(this)));
-    HWND dlg = CreateDialogParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &DialogProc, LPARAM(this));
-    if (!dlg)
-        return -11;
-    ShowWindow(dlg, SW_SHOW);
-    return 0;
-}
 
-// ---- The dialog -------------------------------------------------------------------------
+// ---- The page, written once for both hosts -------------------------------------------
 
-void CZxSimSetupUI::OnInitDialog(HWND hwnd)
+namespace {
+
+void OnPageInit(SZxSimSetupPage& page, HWND hwnd)
 {
+    IZxGrabberUI_Wrapper& host = *page.wrapper;
+    CZxGenProvider_Low* provider = host.GetGeneric();
     // The host's own items first: IS_InitDialog checks the fast/quality box.
-    IS_CheckFQSync(IDC_ZX_FQSYNC);
-    IS_Help(IDC_ZX_HELP, L"Simulated camera setup");
-    IS_InitDialog(hwnd, nullptr, nullptr);
+    host.IS_CheckFQSync(IDC_ZX_FQSYNC);
+    host.IS_Help(IDC_ZX_HELP, L"Simulated camera setup");
+    host.IS_InitDialog(reinterpret_cast<ZxHWnd>(hwnd), nullptr, nullptr);
     RECT area;
     GetWindowRect(GetDlgItem(hwnd, IDC_ZX_HISTO_AREA), &area);
     MapWindowPoints(nullptr, hwnd, reinterpret_cast<POINT*>(&area), 2);
-    IS_Histo(area.left, area.top, area.bottom - area.top - 20, IDC_ZX_HISTO_VIEW, IDC_ZX_RANGE_RED,
-             IDC_ZX_RANGE_GREEN, IDC_ZX_RANGE_BLUE);
-    IS_CommandX(IDC_ZX_COMMANDMENU, 1 | 2 | 8);   // fast/quality copy, defaults, named settings
+    // The element has no histogram: the call does nothing there.
+    host.IS_Histo(area.left, area.top, area.bottom - area.top - 20, IDC_ZX_HISTO_VIEW, IDC_ZX_RANGE_RED,
+                  IDC_ZX_RANGE_GREEN, IDC_ZX_RANGE_BLUE);
+    // Fast/quality copy, defaults, ROI (the element offers it), named settings.
+    host.IS_CommandX(IDC_ZX_COMMANDMENU, 1 | 2 | 4 | 8);
 
     // One control per camera item, each bound by name. All are constructed
     // before any is attached (a class-wide keyboard hook starts with the first).
@@ -135,11 +132,12 @@ void CZxSimSetupUI::OnInitDialog(HWND hwnd)
          0},
     };
     SZxGrabberCommandDesc01 calibrate;
-    if (m_camera.CommandGetDesc_WRP(L"Calibrate", calibrate) == 0)
+    if (provider && provider->CommandGetDesc_WRP(L"Calibrate", calibrate) == 0)
         SetDlgItemTextW(hwnd, IDC_ZX_COMMAND2, calibrate.m_wstrText.GetString());
+    CZxISControlList& controls = host.GetControls();
     for (const Item& item : items) {
-        m_items.emplace_back(item.control);
-        item.control->Attach(reinterpret_cast<ZxHWnd>(hwnd), m_pProvider, &m_controls);
+        page.items.emplace_back(item.control);
+        item.control->Attach(reinterpret_cast<ZxHWnd>(hwnd), provider, &controls);
         CZxStringW label;
         if (item.labelId && item.control->_GetPropertyText(label) == 0)
             SetDlgItemTextW(hwnd, item.labelId, (label.Std() + L":").c_str());
@@ -156,39 +154,41 @@ void CZxSimSetupUI::OnInitDialog(HWND hwnd)
         {IDC_ZX_COMMAND_STATUS},
     };
     for (const std::vector<int>& row : rows)
-        if (!m_controls._FindControl(reinterpret_cast<ZxHWnd>(GetDlgItem(hwnd, row[0])), kAll))
+        if (!controls._FindControl(reinterpret_cast<ZxHWnd>(GetDlgItem(hwnd, row[0])), kAll))
             for (int id : row)
                 ShowWindow(GetDlgItem(hwnd, id), SW_HIDE);
+    ShowWindow(GetDlgItem(hwnd, IDC_ZX_ADVANCED), SW_SHOW);
+    if (page.element) {
+        // Docked, the element has no OK and Cancel: every change is live.
+        ShowWindow(GetDlgItem(hwnd, IDOK), SW_HIDE);
+        ShowWindow(GetDlgItem(hwnd, IDCANCEL), SW_HIDE);
+    }
 
-    m_controls.ReinitMany(kAll);
-    m_controls.UpdateFromGenericMany(kAll);
-    m_controls.UpdateStateMany(kGroupValues);
-    SetWindowTextW(hwnd, (m_camera.GrabberDriverNameLocalisedGet().Std() + L" - Input Setup").c_str());
+    controls.ReinitMany(kAll);
+    controls.UpdateFromGenericMany(kAll);
+    controls.UpdateStateMany(kGroupValues);
+    if (provider)
+        SetWindowTextW(hwnd, (provider->GrabberDriverNameLocalisedGet().Std() + L" - Input Setup").c_str());
     SetTimer(hwnd, kPollTimer, 200, nullptr);
 }
 
-void CZxSimSetupUI::OnDestroy()
-{
-    KillTimer(m_hDlg, kPollTimer);
-    m_controls.DetachMany(kAll);
-    m_controls.Clear();
-    m_items.clear();
-}
+} // namespace
 
-INT_PTR CALLBACK CZxSimSetupUI::DialogProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
+INT_PTR CALLBACK ZxSimSetupPageProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
 {
     if (msg == WM_INITDIALOG) {
         SetWindowLongPtrW(hwnd, DWLP_USER, lParam);
-        reinterpret_cast<CZxSimSetupUI*>(lParam)->OnInitDialog(hwnd);
+        OnPageInit(*reinterpret_cast<SZxSimSetupPage*>(lParam), hwnd);
         return TRUE;
     }
-    auto* self = reinterpret_cast<CZxSimSetupUI*>(GetWindowLongPtrW(hwnd, DWLP_USER));
-    if (!self)
+    auto* page = reinterpret_cast<SZxSimSetupPage*>(GetWindowLongPtrW(hwnd, DWLP_USER));
+    if (!page)
         return FALSE;
+    IZxGrabberUI_Wrapper& host = *page->wrapper;
 
     // Keep the controls in step with the camera before the host passes the
     // change on (it may report the message handled).
-    CZxISControlList& controls = self->m_controls;
+    CZxISControlList& controls = host.GetControls();
     switch (msg) {
     case WM_IS_FORMATCHANGED:   // a format change, or Cancel's restore: everything may differ
         controls.ReinitMany(kAll);
@@ -213,30 +213,75 @@ INT_PTR CALLBACK CZxSimSetupUI::DialogProc(HWND hwnd, UINT msg, WPARAM wParam, L
             controls.UpdateFromGenericMany(kGroupPolled);
         }
         break;
+    case WM_COMMAND:
+        if (LOWORD(wParam) == IDC_ZX_ADVANCED && HIWORD(wParam) == BN_CLICKED) {
+            // The advanced setup writes the auto-exposure targets the acquisition reads.
+            CZxGrabberAdvancedSetupUI advanced(host.GetGeneric());
+            advanced.CreateUI(reinterpret_cast<ZxHWnd>(hwnd));
+            return TRUE;
+        }
+        break;
     case WM_DESTROY:
-        self->OnDestroy();
+        KillTimer(hwnd, kPollTimer);
+        controls.DetachMany(kAll);
+        controls.Clear();
+        page->items.clear();
         break;
     default:
         break;
     }
 
-    INT_PTR result = 0;
-    if (self->IS_Message(hwnd, msg, wParam, lParam, &result, nullptr)) {
+    int64_t result = 0;
+    if (host.IS_Message(reinterpret_cast<ZxHWnd>(hwnd), msg, int64_t(wParam), int64_t(lParam), &result, nullptr)) {
         // Colour messages answer with the brush itself; the rest through DWLP_MSGRESULT.
         if (msg == WM_CTLCOLORSTATIC)
-            return result;
-        SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, result);
+            return INT_PTR(result);
+        SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, LONG_PTR(result));
         return TRUE;
     }
-    if (msg == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL)) {
-        // The host has restored the settings of a cancelled modal dialog already.
-        if (self->IS_IsModal())
-            EndDialog(hwnd, LOWORD(wParam));
-        else
-            self->InputSetupModelessHide();
+    if (msg == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL) && page->close) {
+        page->close(LOWORD(wParam));
         return TRUE;
     }
     return FALSE;
+}
+
+int32_t CZxSimSetupUI::DoInputSetup(bool modal, ZxHWnd parent)
+{
+    HWND owner = reinterpret_cast<HWND>(parent);
+    m_page.items.clear();
+    m_page.close = [this](int id) {
+        // The host has restored the settings of a cancelled modal dialog already.
+        if (IS_IsModal())
+            EndDialog(m_hDlg, id);
+        else
+            InputSetupModelessHide();
+    };
+    if (modal)
+        return int32_t(
+            DialogBoxParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &ZxSimSetupPageProc, LPARAM(&m_page)));
+    HWND dlg = CreateDialogParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &ZxSimSetupPageProc, LPARAM(&m_page));
+    if (!dlg)
+        return -11;
+    ShowWindow(dlg, SW_SHOW);
+    return 0;
+}
+
+// ---- The GUI-element presentation ------------------------------------------------------
+
+CZxSimSetupElement::CZxSimSetupElement(CZxSimDriverCamera& camera) : m_wrapper(this)
+{
+    Init(&camera);
+    m_page.wrapper = &m_wrapper;
+    m_page.element = true;
+}
+
+CZxSimSetupElement::~CZxSimSetupElement() { DestroyUI(); }
+
+HWND CZxSimSetupElement::CreateElementWindow(HWND parent)
+{
+    m_page.items.clear();
+    return CreateChildDialog(ZX_GetLibraryModule(), ZX_INPUT_FORM, parent, &ZxSimSetupPageProc, LPARAM(&m_page));
 }
 
 // ---- Acquisition ---------------------------------------------------------------------------

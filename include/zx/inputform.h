@@ -44,3 +44,4 @@
 #define IDC_ZX_COMMAND2 8040
 #define IDC_ZX_COMMAND_STATUS 8041  // status text of an asynchronous command
 #define IDC_ZX_CAMERA_GROUP 8042    // group box around the camera items
+#define IDC_ZX_ADVANCED 8043        // opens the advanced auto-exposure setup (hidden until a driver shows it)

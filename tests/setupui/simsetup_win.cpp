@@ -8,6 +8,7 @@
 #include <string>
 
 #include "zx/inputform.h"
+#include "zx_modal.h"
 #include "zxsim/setupui.h"
 
 namespace {
@@ -149,3 +150,46 @@ TEST_F(ReferenceDriver, LiveHistogramFollowsTheExposureAndAutoExposureCorrectsIt
 }
 
 } // namespace
+
+TEST(SimSetup, TheSamePageDocksAsAnElementAndOpensTheAdvancedSetupFromBothHosts)
+{
+    CZxSimDriverCamera camera;
+    CZxSimSetupUI ui(camera);
+    ui.Init(&camera, &Application);
+    CZxSimSetupElement element(camera);
+    HWND pane = CreateWindowExW(0, L"STATIC", L"pane", WS_OVERLAPPEDWINDOW, 0, 0, 640, 720, nullptr, nullptr,
+                                nullptr, nullptr);
+    HWND page = reinterpret_cast<HWND>(element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(pane), nullptr, nullptr));
+    ASSERT_TRUE(page);
+    for (bool docked : {false, true}) {
+        SCOPED_TRACE(docked ? "element" : "dialog");
+        if (!docked)
+            ui.InputSetupModelessShow(nullptr);
+        HWND hwnd = docked ? page : ui.GetHDlg();
+        ASSERT_TRUE(hwnd);
+        CZxISControlList& list = docked ? element.GetControls() : ui.GetControls();
+        EXPECT_EQ(list.GetCount(), 10u);
+        EXPECT_EQ(IsWindowVisible(GetDlgItem(hwnd, IDOK)) != 0, !docked);
+        EXPECT_FALSE(Text(hwnd, IDC_ZX_EXPOSURE).empty());
+        // The page's button opens the advanced setup on the same camera.
+        SetDouble(camera, L"CaptureMaxExposure", 2000.0);
+        const int r = zxtest::DriveModal(
+            [&] {
+                SendMessageW(hwnd, WM_COMMAND, MAKEWPARAM(IDC_ZX_ADVANCED, BN_CLICKED),
+                             LPARAM(GetDlgItem(hwnd, IDC_ZX_ADVANCED)));
+                return 1;
+            },
+            [&](HWND advanced) {
+                EXPECT_EQ(zxtest::ItemText(advanced, 0), L"Advanced Setup");
+                SetDouble(camera, L"CaptureMaxExposure", 30.0);
+                zxtest::ClickButton(advanced, IDCANCEL);
+            });
+        EXPECT_EQ(r, 1);
+        EXPECT_EQ(GetDouble(camera, L"CaptureMaxExposure"), 2000.0) << "its Cancel restored the value";
+        if (!docked)
+            ui.InputSetupModelessHide();
+    }
+    element.DestroyUI();
+    EXPECT_EQ(element.GetControls().GetCount(), 0u);
+    DestroyWindow(pane);
+}

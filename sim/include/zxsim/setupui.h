@@ -3,15 +3,30 @@
 // it. Windows only.
 #pragma once
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <thread>
 #include <vector>
 
 #include "zx/autoexposure.h"
+#include "zx/grabberguielementbase.h"
 #include "zx/grabberuibase.h"
 #include "zxsim/camera.h"
 
 class CZxSimSetupUI;
+
+/// What the driver's one dialog procedure works on, whichever host runs it.
+struct SZxSimSetupPage {
+    IZxGrabberUI_Wrapper* wrapper = nullptr;
+    bool element = false;                                 ///< docked: no OK and Cancel
+    std::vector<std::unique_ptr<CZxISControl>> items;    ///< the page's controls while it is open
+    std::function<void(int)> close;                       ///< OK or Cancel reached the page (dialog host)
+};
+
+/// The setup page's dialog procedure, written against IZxGrabberUI_Wrapper so
+/// the dialog host and the GUI element both run it; lParam of WM_INITDIALOG
+/// is the SZxSimSetupPage.
+INT_PTR CALLBACK ZxSimSetupPageProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
 
 /// The simulated camera as its driver presents it to the application: asking
 /// the provider to hide the modeless dialog closes the driver's own dialog.
@@ -46,18 +61,31 @@ public:
     int FramesDelivered() const { return m_frames; }
 
 private:
-    static INT_PTR CALLBACK DialogProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
-    void OnInitDialog(HWND hwnd);
-    void OnDestroy();
     void Acquire(int periodMs);
     void AutoExpose(const SZxAEHistogram& hist);
 
     CZxSimDriverCamera& m_camera;
-    std::vector<std::unique_ptr<CZxISControl>> m_items;   ///< the dialog's controls while it is open
+    CZxGrabberUI_Wrapper m_wrapper;
+    SZxSimSetupPage m_page;
     CZxAutoExposure m_ae;
     std::thread m_thread;
     std::atomic<bool> m_stop{false};
     std::atomic<int> m_frames{0};
     std::unique_ptr<SZxAEHistogram> m_hist;
     std::vector<uint32_t> m_combined;
+};
+
+/// The same setup docked as a GUI element of the application: the page without
+/// histogram, OK and Cancel, with the ROI commands in its menu.
+class CZxSimSetupElement : public CZxGrabberGUIElement_Base {
+public:
+    explicit CZxSimSetupElement(CZxSimDriverCamera& camera);
+    ~CZxSimSetupElement() override;
+
+protected:
+    HWND CreateElementWindow(HWND parent) override;
+
+private:
+    CZxGrabberGUIElement_Wrapper m_wrapper;
+    SZxSimSetupPage m_page;
 };
