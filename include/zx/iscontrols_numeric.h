@@ -66,6 +66,12 @@ protected:
     void ApplyEnable();
     /// Sets the scroll position (not while disabled) and the text of `value`.
     void ShowValue(double value, int32_t position);
+    /// How a value maps to a scroll position (linear here, logarithmic in a derived class).
+    typedef int32_t (*PositionOf)(const CZxISControlScrollDouble& control, double value);
+    /// Reads the driver's value and shows it at the position `toPos` gives it.
+    int32_t ShowDriverValue(PositionOf toPos);
+    /// Writes the driver's default value and shows it at the position `toPos` gives it.
+    int32_t ShowDefaultValue(PositionOf toPos);
     bool ColorStatic(ZxLParam sender, ZxWParam dc, ZxLResult* result);
     /// Moves the scroll bar by a WM_HSCROLL code; the new position, or -1 when it stays.
     int32_t ScrollBy(ZxWParam wParam);

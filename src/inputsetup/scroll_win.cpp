@@ -122,7 +122,7 @@ void CZxISControlScrollDouble::ShowValue(double value, int32_t position)
     SetDlgItemValueAsText(m_iDecimals, value, m_hDlg, m_iTextId);
 }
 
-int32_t CZxISControlScrollDouble::UpdateFromGeneric()
+int32_t CZxISControlScrollDouble::ShowDriverValue(PositionOf toPos)
 {
     if (!Usable())
         return ZX_E_FAIL;
@@ -130,12 +130,12 @@ int32_t CZxISControlScrollDouble::UpdateFromGeneric()
     SZxGrabberPropertyValue value(m_wstrName);
     const int32_t status = _GetPropValue(value);
     if (status == ZX_OK)
-        ShowValue(value.m_varValue.GetDouble(), LinearPos(value.m_varValue.GetDouble()));
+        ShowValue(value.m_varValue.GetDouble(), toPos(*this, value.m_varValue.GetDouble()));
     m_bBusy = false;
     return status;
 }
 
-int32_t CZxISControlScrollDouble::ResetToDefault()
+int32_t CZxISControlScrollDouble::ShowDefaultValue(PositionOf toPos)
 {
     if (!Usable())
         return ZX_E_FAIL;
@@ -145,9 +145,19 @@ int32_t CZxISControlScrollDouble::ResetToDefault()
         return status;
     status = _SetPropValue(value);
     m_bBusy = true;
-    ShowValue(value.m_varValue.GetDouble(), LinearPos(value.m_varValue.GetDouble()));
+    ShowValue(value.m_varValue.GetDouble(), toPos(*this, value.m_varValue.GetDouble()));
     m_bBusy = false;
     return status;
+}
+
+int32_t CZxISControlScrollDouble::UpdateFromGeneric()
+{
+    return ShowDriverValue([](const CZxISControlScrollDouble& c, double v) { return c.LinearPos(v); });
+}
+
+int32_t CZxISControlScrollDouble::ResetToDefault()
+{
+    return ShowDefaultValue([](const CZxISControlScrollDouble& c, double v) { return c.LinearPos(v); });
 }
 
 int32_t CZxISControlScrollDouble::GetPropValForGeneric(SZxGrabberPropertyValue& value)
@@ -295,33 +305,15 @@ int32_t CZxISControlScrollDoubleLog::SetDlgItemValueAsText(int32_t, double value
     return SetDlgItemTextW(H(dialog), itemId, ValueToText(value)) ? ZX_OK : ZX_E_WINDOW;
 }
 
-int32_t CZxISControlScrollDoubleLog::UpdateFromGeneric()
+namespace {
+int32_t LogPos(const CZxISControlScrollDouble& control, double value)
 {
-    if (!Usable())
-        return ZX_E_FAIL;
-    m_bBusy = true;
-    SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t status = _GetPropValue(value);
-    if (status == ZX_OK)
-        ShowValue(value.m_varValue.GetDouble(), ValueToPos(value.m_varValue.GetDouble()));
-    m_bBusy = false;
-    return status;
+    return static_cast<const CZxISControlScrollDoubleLog&>(control).ValueToPos(value);
 }
+} // namespace
 
-int32_t CZxISControlScrollDoubleLog::ResetToDefault()
-{
-    if (!Usable())
-        return ZX_E_FAIL;
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = _GetPropDefaultValue(value);
-    if (status != ZX_OK)
-        return status;
-    status = _SetPropValue(value);
-    m_bBusy = true;
-    ShowValue(value.m_varValue.GetDouble(), ValueToPos(value.m_varValue.GetDouble()));
-    m_bBusy = false;
-    return status;
-}
+int32_t CZxISControlScrollDoubleLog::UpdateFromGeneric() { return ShowDriverValue(LogPos); }
+int32_t CZxISControlScrollDoubleLog::ResetToDefault() { return ShowDefaultValue(LogPos); }
 
 int32_t CZxISControlScrollDoubleLog::GetPropValForGeneric(SZxGrabberPropertyValue& value)
 {
