@@ -97,10 +97,9 @@ int32_t CZxISControlCheck::UpdateFromGeneric()
 int32_t CZxISControlCheck::ResetToDefault()
 {
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = _GetPropDefaultValue(value);
+    const int32_t rc = WriteDefault(*this, value);
     if (rc != ZX_OK)
         return rc;
-    _SetPropValue(value);
     ShowValue(value.m_varValue);
     return ZX_OK;
 }
@@ -162,10 +161,9 @@ int32_t CZxISControlCheckOwnerDraw::UpdateFromGeneric()
 int32_t CZxISControlCheckOwnerDraw::ResetToDefault()
 {
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = _GetPropDefaultValue(value);
+    const int32_t rc = WriteDefault(*this, value);
     if (rc != ZX_OK)
         return rc;
-    _SetPropValue(value);
     m_bChecked = value.m_varValue.GetBool();
     Repaint();
     return ZX_OK;
@@ -273,23 +271,16 @@ void CZxISControlRadio::Check(int32_t index)
 
 int32_t CZxISControlRadio::UpdateFromGeneric()
 {
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t rc = _GetPropValue(value);
-    CZxISChoiceEntries entries;
-    if (rc == ZX_OK)
-        rc = ReadAnyEntries(*this, entries);
-    Check(rc == ZX_OK ? FindLastEntry(entries, value.m_varValue) : -1);
+    int32_t rc = ZX_OK;
+    Check(CurrentEntry(*this, rc));
     return rc;
 }
 
 int32_t CZxISControlRadio::ResetToDefault()
 {
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = _GetPropDefaultValue(value);
-    if (rc != ZX_OK)
-        return rc;
-    _SetPropValue(value);
-    return UpdateFromGeneric();
+    const int32_t rc = WriteDefault(*this, value);
+    return rc == ZX_OK ? UpdateFromGeneric() : rc;
 }
 
 int32_t CZxISControlRadio::GetPropValForGeneric(SZxGrabberPropertyValue& value)
@@ -391,23 +382,16 @@ void CZxISControlSpinList::ShowIndex(int32_t index)
 
 int32_t CZxISControlSpinList::UpdateFromGeneric()
 {
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t rc = _GetPropValue(value);
-    CZxISChoiceEntries entries;
-    if (rc == ZX_OK)
-        rc = ReadAnyEntries(*this, entries);
-    ShowIndex(rc == ZX_OK ? FindLastEntry(entries, value.m_varValue) : -1);
+    int32_t rc = ZX_OK;
+    ShowIndex(CurrentEntry(*this, rc));
     return rc;
 }
 
 int32_t CZxISControlSpinList::ResetToDefault()
 {
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = _GetPropDefaultValue(value);
-    if (rc != ZX_OK)
-        return rc;
-    _SetPropValue(value);
-    return UpdateFromGeneric();
+    const int32_t rc = WriteDefault(*this, value);
+    return rc == ZX_OK ? UpdateFromGeneric() : rc;
 }
 
 int32_t CZxISControlSpinList::GetPropValForGeneric(SZxGrabberPropertyValue& value)
@@ -503,11 +487,8 @@ int32_t CZxISControlNextPrevList::UpdateFromGeneric()
 int32_t CZxISControlNextPrevList::ResetToDefault()
 {
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = _GetPropDefaultValue(value);
-    if (rc != ZX_OK)
-        return rc;
-    _SetPropValue(value);
-    return UpdateFromGeneric();
+    const int32_t rc = WriteDefault(*this, value);
+    return rc == ZX_OK ? UpdateFromGeneric() : rc;
 }
 
 int32_t CZxISControlNextPrevList::GetPropValForGeneric(SZxGrabberPropertyValue& value)

@@ -164,10 +164,9 @@ int32_t CZxISControlCombo::ResetToDefault()
     if (m_bDropped)
         return ZX_E_BUSY;
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = _GetPropDefaultValue(value);
+    const int32_t rc = WriteDefault(*this, value);
     if (rc != ZX_OK)
         return rc;
-    _SetPropValue(value);
     return _Show(value.m_varValue);
 }
 

@@ -60,6 +60,24 @@ bool AnyEntry(const CZxVariant& element, SZxISChoiceEntry& entry)
     }
 }
 
+int32_t WriteDefault(CZxISControl& control, SZxGrabberPropertyValue& value)
+{
+    const int32_t rc = control._GetPropDefaultValue(value);
+    if (rc == ZX_OK)
+        control._SetPropValue(value);
+    return rc;
+}
+
+int32_t CurrentEntry(CZxISControl& control, int32_t& status)
+{
+    SZxGrabberPropertyValue value(control.GetName());
+    status = control._GetPropValue(value);
+    CZxISChoiceEntries entries;
+    if (status == ZX_OK)
+        status = ReadAnyEntries(control, entries);
+    return status == ZX_OK ? FindLastEntry(entries, value.m_varValue) : -1;
+}
+
 int32_t ReadAnyEntries(CZxISControl& control, CZxISChoiceEntries& entries)
 {
     entries.RemoveAll();

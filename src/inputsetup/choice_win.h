@@ -42,6 +42,14 @@ bool AnyEntry(const CZxVariant& element, SZxISChoiceEntry& entry);
 /// entries with AnyEntry. The provider's status, or -9 for a bad list.
 int32_t ReadAnyEntries(CZxISControl& control, CZxISChoiceEntries& entries);
 
+/// Reads the property's default value into `value` and writes it to the driver;
+/// the status of the reading (nothing is written when it fails).
+int32_t WriteDefault(CZxISControl& control, SZxGrabberPropertyValue& value);
+
+/// The index of the driver's value among the control's list entries, -1 when it
+/// is none of them or cannot be read; `status` is the provider's or ReadAnyEntries'.
+int32_t CurrentEntry(CZxISControl& control, int32_t& status);
+
 /// The last entry whose value equals `value` (as a variant, or as text), -1 for none.
 int32_t FindLastEntry(const CZxISChoiceEntries& entries, const CZxVariant& value);
 
