@@ -84,6 +84,13 @@ TEST(HistoDrawStats, HandComputedMeanAndFractions)
     EXPECT_DOUBLE_EQ(mean, 20.0 / 10.0 / 3.0 * 255.0);
     EXPECT_EQ(Stats(d, 1, 2), (std::vector<double>{0.1, 0.5, 0.4}));
     EXPECT_EQ(Stats(d, 0, 99), (std::vector<double>{0, 1, 0}));
+    // lo above hi: below and above overlap as their own sums say, nothing within.
+    EXPECT_EQ(Stats(d, 2, 1), (std::vector<double>{0.3, 0, 0.7}));
+    // Null out-pointers are skipped, the status is the usual one.
+    EXPECT_EQ(d.GetRange(nullptr, nullptr), ZX_OK);
+    EXPECT_EQ(d.GetRangeOrig(nullptr, nullptr), ZX_OK);
+    EXPECT_EQ(d.GetMeanFreq(nullptr), ZX_OK);
+    EXPECT_EQ(d.GetStats(1, 2, nullptr, nullptr, nullptr), ZX_OK);
 
     Counts zero(2, 1, {8});   // everything in bin 0: no mean
     ASSERT_EQ(d.SetHistogram(zero.h, 1, nullptr), ZX_OK);
