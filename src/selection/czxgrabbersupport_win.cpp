@@ -109,25 +109,36 @@ void UnitAnswer(HWND dlg, SUnitDlg* p, LPARAM code)
     }
 }
 
+// The start of both unit dialogs: keeps their data, forwards the element's
+// events to the dialog, places the element of class `className` and sets the
+// title. Null (the dialog ended) without data or when the element cannot be placed.
+SUnitDlg* StartUnitDialog(HWND dlg, LPARAM lParam, const wchar_t* className, int32_t style)
+{
+    auto* p = reinterpret_cast<SUnitDlg*>(lParam);
+    if (!p) {
+        EndDialog(dlg, IDCANCEL);
+        return nullptr;
+    }
+    SetWindowLongPtrW(dlg, GWLP_USERDATA, lParam);
+    p->forward = {dlg, nullptr, nullptr};
+    p->element->SetHandler(&CZxGrabberSupport::ElementEventForwarder, &p->forward);
+    if (!PlaceElement(dlg, p->element, className, style, IDC_SEL_AREA)) {
+        EndDialog(dlg, IDCANCEL);
+        return nullptr;
+    }
+    SetUnitTitle(dlg, p->grabber);
+    return p;
+}
+
 // "HWUNIT_SELECT_PREVIEW": a unit element over 1401.
 INT_PTR CALLBACK UnitDlgProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam)
 {
     SUnitDlg* p = Param<SUnitDlg>(dlg);
     switch (msg) {
     case WM_INITDIALOG:
-        p = reinterpret_cast<SUnitDlg*>(lParam);
-        if (!p) {
-            EndDialog(dlg, IDCANCEL);
+        p = StartUnitDialog(dlg, lParam, L"HWUnitPreviewPad", 0);
+        if (!p)
             return TRUE;
-        }
-        SetWindowLongPtrW(dlg, GWLP_USERDATA, lParam);
-        p->forward = {dlg, nullptr, nullptr};
-        p->element->SetHandler(&CZxGrabberSupport::ElementEventForwarder, &p->forward);
-        if (!PlaceElement(dlg, p->element, L"HWUnitPreviewPad", 0, IDC_SEL_AREA)) {
-            EndDialog(dlg, IDCANCEL);
-            return TRUE;
-        }
-        SetUnitTitle(dlg, p->grabber);
         Finish(dlg);
         return TRUE;
     case WM_COMMAND:
@@ -166,19 +177,9 @@ INT_PTR CALLBACK UnitAddDlgProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam
     SUnitDlg* p = Param<SUnitDlg>(dlg);
     switch (msg) {
     case WM_INITDIALOG:
-        p = reinterpret_cast<SUnitDlg*>(lParam);
-        if (!p) {
-            EndDialog(dlg, IDCANCEL);
+        p = StartUnitDialog(dlg, lParam, L"CZxGenericProviderSupport", 8192);
+        if (!p)
             return TRUE;
-        }
-        SetWindowLongPtrW(dlg, GWLP_USERDATA, lParam);
-        p->forward = {dlg, nullptr, nullptr};
-        p->element->SetHandler(&CZxGrabberSupport::ElementEventForwarder, &p->forward);
-        if (!PlaceElement(dlg, p->element, L"CZxGenericProviderSupport", 8192, IDC_SEL_AREA)) {
-            EndDialog(dlg, IDCANCEL);
-            return TRUE;
-        }
-        SetUnitTitle(dlg, p->grabber);
         SetDlgItemTextW(dlg, IDC_SEL_ADD, Tr(L"Add...", kSource));
         Finish(dlg);
         if (static_cast<CZxHWUnitPreviewPad*>(p->element)->GetItemCount() == 0)
