@@ -159,9 +159,27 @@ void OnPageInit(SZxSimSetupPage& page, HWND hwnd)
                 ShowWindow(GetDlgItem(hwnd, id), SW_HIDE);
     ShowWindow(GetDlgItem(hwnd, IDC_ZX_ADVANCED), SW_SHOW);
     if (page.element) {
-        // Docked, the element has no OK and Cancel: every change is live.
-        ShowWindow(GetDlgItem(hwnd, IDOK), SW_HIDE);
-        ShowWindow(GetDlgItem(hwnd, IDCANCEL), SW_HIDE);
+        // Docked, the element has no OK and Cancel (every change is live) and no
+        // histogram: the camera items move up into the histogram's place.
+        for (int id : {IDOK, IDCANCEL, IDC_ZX_HISTO_AREA, IDC_ZX_HISTO_VIEW, IDC_ZX_RANGE_RED, IDC_ZX_RANGE_GREEN,
+                       IDC_ZX_RANGE_BLUE})
+            ShowWindow(GetDlgItem(hwnd, id), SW_HIDE);
+        RECT histo{}, group{};
+        GetWindowRect(GetDlgItem(hwnd, IDC_ZX_HISTO_AREA), &histo);
+        GetWindowRect(GetDlgItem(hwnd, IDC_ZX_CAMERA_GROUP), &group);
+        const int dy = group.top - histo.top;
+        if (dy > 0) {
+            for (HWND child = GetWindow(hwnd, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+                RECT r{};
+                GetWindowRect(child, &r);
+                MapWindowPoints(nullptr, hwnd, reinterpret_cast<POINT*>(&r), 2);
+                SetWindowPos(child, nullptr, r.left, r.top - dy, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+            }
+            RECT w{};
+            GetWindowRect(hwnd, &w);
+            SetWindowPos(hwnd, nullptr, 0, 0, w.right - w.left, w.bottom - w.top - dy,
+                         SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        }
     }
 
     controls.ReinitMany(kAll);

@@ -66,6 +66,16 @@ int32_t OnEvent(IZxGrabberUI::EZxEvent event, ZxHWnd, int64_t, void* data)
     return 0;
 }
 
+// Presses the page's Advanced button (the advanced setup runs modal from there).
+HWND g_page = nullptr;
+void CALLBACK OpenAdvanced(HWND, UINT, UINT_PTR id, DWORD)
+{
+    KillTimer(nullptr, id);
+    HWND page = g_page ? g_page : (g_ui ? g_ui->GetHDlg() : nullptr);
+    if (page)
+        SendMessageW(page, WM_COMMAND, MAKEWPARAM(IDC_ZX_ADVANCED, BN_CLICKED), LPARAM(GetDlgItem(page, IDC_ZX_ADVANCED)));
+}
+
 void SetProperty(CZxGenProvider_Low& camera, const wchar_t* name, const CZxVariant& value)
 {
     CZxVector_SZxGrabberPropertyValue values(128);
@@ -82,6 +92,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
     int argc = 0;
     wchar_t** argv = CommandLineToArgvW(GetCommandLineW(), &argc);
     bool modal = false;
+    bool docked = false;
     TIMERPROC later = nullptr;
     CZxSimDriverCamera camera;
     for (int i = 1; i < argc; ++i) {
@@ -104,6 +115,12 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
             later = &OpenMenu;
         else if (a == L"newsetting")
             later = &OpenNewSetting;
+        else if (a == L"element")
+            docked = true;
+        else if (a == L"advanced")
+            later = &OpenAdvanced;
+        else if (a == L"speeduptime" && i + 1 < argc)
+            SetProperty(camera, L"SpeedUpTime", CZxVariant(int(std::wcstol(argv[++i], nullptr, 10))));
     }
     LocalFree(argv);
 
@@ -114,6 +131,30 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
     if (later)
         SetTimer(nullptr, 0, 1500, later);
     int result = 0;
+    if (docked) {
+        // The setup docked in a pane of the application, as a GUI element.
+        CZxSimSetupElement element(camera);
+        element.SetHandler([](void*, SZxGUIElementEvent*) { return 0; }, nullptr);   // the application's pane
+        HWND pane = CreateWindowExW(0, L"STATIC", L"Simulated Camera - Setup Pane", WS_OVERLAPPEDWINDOW, 20, 20,
+                                    200, 200, nullptr, nullptr, nullptr, nullptr);
+        HWND page = reinterpret_cast<HWND>(
+            element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(pane), nullptr, nullptr));
+        g_page = page;
+        RECT r{0, 0, element.GetMinWidth(), element.GetMinHeight()};
+        AdjustWindowRect(&r, WS_OVERLAPPEDWINDOW, FALSE);
+        SetWindowPos(pane, nullptr, 0, 0, r.right - r.left, r.bottom - r.top, SWP_NOMOVE | SWP_NOZORDER);
+        ShowWindow(page, SW_SHOW);
+        ShowWindow(pane, SW_SHOW);
+        MSG msg;
+        while (GetMessageW(&msg, nullptr, 0, 0) > 0) {
+            if (page && IsDialogMessageW(page, &msg))
+                continue;
+            TranslateMessage(&msg);
+            DispatchMessageW(&msg);
+        }
+        ui.StopAcquisition();
+        return 0;
+    }
     if (modal) {
         result = ui.InputSetup(nullptr);
     } else {
