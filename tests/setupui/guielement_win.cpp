@@ -1,6 +1,6 @@
-// The GUI-element host and the two wrappers: message routing with and without
-// a handler, the secondary grabber around events, and one dialog procedure
-// serving the dialog host and the element alike.
+// The GUI-element host: message routing with and without a handler, and the
+// secondary grabber around events and GUI commands. (One page procedure on both
+// hosts is the reference driver's test, in simsetup_win.cpp.)
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@
 
 namespace {
 
-// The driver's dialog procedure, written once against the wrapper interface.
+// A page written against the wrapper interface, as drivers write theirs.
 struct SharedContext {
     IZxGrabberUI_Wrapper* wrapper;
     std::unique_ptr<CZxISControl> snap;
@@ -55,18 +55,6 @@ INT_PTR CALLBACK SharedProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
     return FALSE;
 }
 
-class DialogHost : public CZxGrabberUI_Base {
-public:
-    SharedContext* ctx = nullptr;
-    int32_t DoInputSetup(bool, ZxHWnd parent) override
-    {
-        return CreateDialogParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, reinterpret_cast<HWND>(parent), &SharedProc,
-                                  LPARAM(ctx))
-                   ? 0
-                   : -11;
-    }
-};
-
 class ElementHost : public CZxGrabberGUIElement_Base {
 public:
     SharedContext* ctx = nullptr;
@@ -95,8 +83,6 @@ int Handler(void* context, SZxGUIElementEvent* e)
     sink->events.push_back({e->m_iCode, e->m_wParam, sink->grabber ? sink->grabber->SecGrabber_GetActive() : -1});
     return sink->answer;
 }
-
-int32_t DialogCallback(IZxGrabberUI::EZxEvent, ZxHWnd, int64_t, void*) { return 0; }
 
 struct ParentWindow {
     HWND hwnd = CreateWindowExW(0, L"STATIC", L"pane", WS_OVERLAPPEDWINDOW, 0, 0, 600, 500, nullptr, nullptr,
@@ -201,64 +187,4 @@ TEST(GUIElement, EventsArriveWithTheElementsCameraActiveAndTheOldOneBack)
     }
     EXPECT_EQ(grabber.SecGrabber_GetActive(), 1);
     element.DestroyUI();
-}
-
-TEST(GUIElement, OneDialogProcedureServesBothHostsThroughTheirWrappers)
-{
-    CZxSimGrabber grabber(1);
-    CZxSimCamera* cam = grabber.Camera(0);
-    CZxGrabberUI_Wrapper* dialogWrapper = nullptr;
-    DialogHost dialogHost;
-    CZxGrabberUI_Wrapper dw(&dialogHost);
-    dialogWrapper = &dw;
-    ElementHost element;
-    CZxGrabberGUIElement_Wrapper ew(&element);
-    ParentWindow parent;
-
-    dialogHost.Init(cam, &DialogCallback);
-    element.Init(cam);
-    Sink sink;
-    element.SetHandler(&Handler, &sink);
-    dw.SetPropInt32(0, L"Offset", 17);
-
-    for (IZxGrabberUI_Wrapper* w : {static_cast<IZxGrabberUI_Wrapper*>(dialogWrapper),
-                                    static_cast<IZxGrabberUI_Wrapper*>(&ew)}) {
-        SCOPED_TRACE(w == &ew ? "element" : "dialog");
-        SharedContext ctx{w, nullptr};
-        HWND hwnd = nullptr;
-        if (w == &ew) {
-            element.ctx = &ctx;
-            hwnd = reinterpret_cast<HWND>(
-                element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr, nullptr));
-        } else {
-            dialogHost.ctx = &ctx;
-            dialogHost.InputSetupModelessShow(nullptr);
-            hwnd = dialogHost.GetHDlg();
-        }
-        ASSERT_TRUE(hwnd);
-        EXPECT_EQ(w->GetGeneric(), cam);
-        EXPECT_EQ(w->GetControls().GetCount(), 1u);
-        EXPECT_FALSE(w->IS_IsModal());
-        EXPECT_EQ(GetDlgItemInt(hwnd, IDC_ZX_OFFSET_EDIT, nullptr, FALSE), 17u);
-        // The bound button works through the host's list.
-        cam->ClearCallLog();
-        SendMessageW(hwnd, WM_COMMAND, MAKEWPARAM(IDC_ZX_COMMAND1, BN_CLICKED),
-                     LPARAM(GetDlgItem(hwnd, IDC_ZX_COMMAND1)));
-        bool executed = false;
-        for (const std::wstring& call : cam->CallLog())
-            executed |= call.rfind(L"Command_WRP(Snap", 0) == 0;
-        EXPECT_TRUE(executed);
-        // Typed writes through either wrapper reach the camera.
-        w->SetPropDouble(0, L"Gain", w == &ew ? 3.0 : 2.0);
-        EXPECT_EQ(w->GetPropDouble(0, L"Gain"), w == &ew ? 3.0 : 2.0);
-        // The histogram declared by the shared code exists on the dialog only.
-        RECT r{};
-        dialogHost.IS_HistoGetRect(r);
-        EXPECT_EQ(r.left, 10);
-        if (w == &ew)
-            element.DestroyUI();
-        else
-            dialogHost.InputSetupModelessHide();
-        EXPECT_EQ(w->GetControls().GetCount(), 0u);
-    }
 }
