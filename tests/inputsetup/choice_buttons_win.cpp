@@ -1,43 +1,10 @@
 // Checks, owner-drawn checks, radios and the list steppers: what a click
 // writes and announces, and what the items show.
 #include "choice_test.h"
+#include "zx_canvas.h"
 
 namespace {
-// A 32-bit memory canvas of the button's size, and the pixels of its left square.
-class Canvas {
-public:
-    Canvas(int w, int h) : m_dc(CreateCompatibleDC(nullptr))
-    {
-        BITMAPINFO bi = {};
-        bi.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-        bi.bmiHeader.biWidth = w;
-        bi.bmiHeader.biHeight = -h;
-        bi.bmiHeader.biPlanes = 1;
-        bi.bmiHeader.biBitCount = 32;
-        void* bits = nullptr;
-        m_bmp = CreateDIBSection(m_dc, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
-        m_old = SelectObject(m_dc, m_bmp);
-    }
-    ~Canvas()
-    {
-        DeleteObject(SelectObject(m_dc, m_old));
-        DeleteDC(m_dc);
-    }
-    HDC Dc() const { return m_dc; }
-    std::vector<COLORREF> Square(int x0, int y0, int n) const
-    {
-        std::vector<COLORREF> p;
-        for (int y = y0; y < y0 + n; ++y)
-            for (int x = x0; x < x0 + n; ++x)
-                p.push_back(GetPixel(m_dc, x, y));
-        return p;
-    }
-
-private:
-    HDC m_dc;
-    HBITMAP m_bmp;
-    HGDIOBJ m_old;
-};
+using zxtest::Canvas;
 
 // The library's own bitmap `name`, as pixels.
 std::vector<COLORREF> LibraryBitmap(const wchar_t* name)
@@ -46,7 +13,7 @@ std::vector<COLORREF> LibraryBitmap(const wchar_t* name)
                                                   0, LR_CREATEDIBSECTION));
     if (!bmp)
         return {};
-    Canvas c(13, 13);
+    Canvas c(13, 13, 0);
     HDC mem = CreateCompatibleDC(nullptr);
     HGDIOBJ old = SelectObject(mem, bmp);
     BitBlt(c.Dc(), 0, 0, 13, 13, mem, 0, 0, SRCCOPY);
@@ -117,7 +84,7 @@ TEST_F(ChoiceControls, OwnerDrawnCheckTogglesOnClickAndDrawsTheBitmapOfEachOfIts
         SetValue(dlg.Camera(), L"AutoExposure", cases[i].checked);
         check.UpdateFromGeneric();
         EnableWindow(dlg.Item(IDC_CH_OWNER1), cases[i].enabled);
-        Canvas canvas(120, 21);
+        Canvas canvas(120, 21, 0);
         DRAWITEMSTRUCT dis = {};
         dis.CtlType = ODT_BUTTON;
         dis.CtlID = IDC_CH_OWNER1;

@@ -13,6 +13,7 @@
 #include "zx/grabberuibase.h"
 #include "zx/inputform.h"
 #include "zxsim/camera.h"
+#include "zx_canvas.h"
 
 namespace {
 
@@ -109,49 +110,7 @@ void Pump()
     }
 }
 
-// A 32-bit top-down bitmap the host paints into, read back pixel by pixel.
-class Canvas {
-public:
-    Canvas(int w, int h) : m_w(w)
-    {
-        BITMAPINFO bi{};
-        bi.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-        bi.bmiHeader.biWidth = w;
-        bi.bmiHeader.biHeight = -h;
-        bi.bmiHeader.biPlanes = 1;
-        bi.bmiHeader.biBitCount = 32;
-        m_dc = CreateCompatibleDC(nullptr);
-        m_bmp = CreateDIBSection(m_dc, &bi, DIB_RGB_COLORS, reinterpret_cast<void**>(&m_bits), nullptr, 0);
-        m_old = SelectObject(m_dc, m_bmp);
-        for (int i = 0; i < w * h; ++i)
-            m_bits[i] = 0x123456;
-    }
-    ~Canvas()
-    {
-        SelectObject(m_dc, m_old);
-        DeleteObject(m_bmp);
-        DeleteDC(m_dc);
-    }
-    HDC Dc() const { return m_dc; }
-    COLORREF At(int x, int y) const
-    {
-        GdiFlush();
-        const uint32_t p = m_bits[y * m_w + x];
-        return RGB((p >> 16) & 0xFF, (p >> 8) & 0xFF, p & 0xFF);
-    }
-    std::vector<uint32_t> Row(int y, int x0, int x1) const
-    {
-        GdiFlush();
-        return std::vector<uint32_t>(m_bits + y * m_w + x0, m_bits + y * m_w + x1);
-    }
-
-private:
-    int m_w;
-    HDC m_dc;
-    HBITMAP m_bmp;
-    HGDIOBJ m_old;
-    uint32_t* m_bits = nullptr;
-};
+using zxtest::Canvas;
 
 // A colour histogram at 8 bits: one peak per channel.
 struct ColourHisto {
@@ -224,7 +183,7 @@ TEST_F(GrabberUIBase, WithoutCallbackEveryMessageGoesToTheList)
     probe.Attach(reinterpret_cast<ZxHWnd>(dlg), &camera, &host.GetControls());
     camera.ClearCallLog();
 
-    Canvas canvas(500, 200);
+    Canvas canvas(500, 200, RGB(0x12, 0x34, 0x56));
     EXPECT_FALSE(Message(WM_ERASEBKGND, WPARAM(canvas.Dc()), 0));
     EXPECT_EQ(canvas.At(20, 20), RGB(0x12, 0x34, 0x56)) << "nothing painted";
     EXPECT_FALSE(Message(WM_IS_FORMATCHANGING, 1, 0));
@@ -361,7 +320,7 @@ TEST_F(GrabberUIBase, CombinedPlotIsCentredInTheArea)
         const int offset = magnifier == 0 ? 14 : 78;
         EXPECT_EQ(outer.right - outer.left, magnifier == 0 ? 292 : 420);
         EXPECT_EQ(outer.bottom - outer.top, 120);
-        Canvas canvas(500, 200);
+        Canvas canvas(500, 200, RGB(0x12, 0x34, 0x56));
         EXPECT_TRUE(Message(WM_ERASEBKGND, WPARAM(canvas.Dc()), 0));
         // The plot is 256 pixels from left + offset + 2, inside its frame.
         EXPECT_NE(canvas.At(10 + offset + 1, 60), window);
@@ -379,7 +338,7 @@ TEST_F(GrabberUIBase, SplitViewShowsRedGreenBlueEndingEightPixelsInside)
     ASSERT_FALSE(host.IsHistoCombined());
     ColourHisto histo(60);
     host.OnNewHisto(histo.h, CZxHistoDraw::PIXELKIND_RGB);
-    Canvas canvas(500, 200);
+    Canvas canvas(500, 200, RGB(0x12, 0x34, 0x56));
     EXPECT_TRUE(Message(WM_ERASEBKGND, WPARAM(canvas.Dc()), 0));
     const COLORREF window = GetSysColor(COLOR_WINDOW), face = GetSysColor(COLOR_BTNFACE);
     const COLORREF colours[3] = {RGB(255, 0, 0), RGB(0, 255, 0), RGB(0, 0, 255)};
