@@ -2,6 +2,8 @@
 
 #include "zxhost/guielement.h"
 
+#include <cstddef>
+
 CZxGUIElement::CZxGUIElement() = default;
 
 CZxGUIElement::~CZxGUIElement() { CZxGUIElement::DestroyUI(); }
@@ -47,8 +49,20 @@ int CZxGUIElement::FireEvent(int32_t code, uint32_t message, uintptr_t wParam, i
 {
     if (!m_pfnHandler)
         return 0;
-    SZxGUIElementEvent e{sizeof(SZxGUIElementEvent), code, this, m_hWnd, message, 0, wParam, lParam, 0};
+    SZxGUIElementEvent e{};
+    e.m_uiSize = sizeof(SZxGUIElementEvent);
+    e.m_iCode = code;
+    e.m_hWnd = m_hWnd;
+    e.m_wParam = uint32_t(wParam);
+    e.m_lParam = lParam;
+    if (message != 0) {   // events a host raises itself keep the tail zero
+        e.m_pElement = this;
+        e.m_uiMessage = message;
+    }
     return m_pfnHandler(m_pHandlerContext, &e);
 }
 
 static_assert(sizeof(void*) != 8 || sizeof(SZxGUIElementEvent) == 56, "the event record is 56 bytes");
+static_assert(sizeof(void*) != 8 || (offsetof(SZxGUIElementEvent, m_hWnd) == 8 && offsetof(SZxGUIElementEvent, m_wParam) == 16 &&
+                                     offsetof(SZxGUIElementEvent, m_lParam) == 24),
+              "size, code, window, wParam and payload lead the event record");

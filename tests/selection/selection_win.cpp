@@ -351,7 +351,9 @@ TEST(Selection, PreviewPadListsUnitsAddsConnectionsAndAcceptsDoubleClicks)
 TEST(Selection, EventForwarderNeedsItsContextAndTurnsAcceptIntoOk)
 {
     zxtest::DiagCapture diag;
-    SZxGUIElementEvent e{sizeof(SZxGUIElementEvent), ZX_GUIEVENT_ACCEPT, nullptr, nullptr, 0, 0, 0, 0, 0};
+    SZxGUIElementEvent e{};
+    e.m_uiSize = sizeof(SZxGUIElementEvent);
+    e.m_iCode = ZX_GUIEVENT_ACCEPT;
     EXPECT_EQ(CZxGrabberSupport::ElementEventForwarder(nullptr, &e), 0);
     EXPECT_TRUE(diag.Has(L"pParam == NULL", L"czxgrabbersupport"));
 

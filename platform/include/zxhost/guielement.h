@@ -9,16 +9,20 @@
 
 class IZxGUIElement;
 
-/// One event of an element, handed to its handler. 56 bytes on 64-bit builds.
+/// One event of an element, handed to its handler: 56 bytes on 64-bit builds.
+/// The first five fields are what every event carries (size, code, window,
+/// 32-bit wParam, pointer-sized payload); the rest is zero unless the element
+/// itself raised the event from a window message.
 struct SZxGUIElementEvent {
     uint32_t m_uiSize;          ///< sizeof(SZxGUIElementEvent)
-    int32_t m_iCode;            ///< ZX_GUIEVENT_*
-    IZxGUIElement* m_pElement;  ///< the element the event is about
-    ZxHWnd m_hWnd;              ///< its window
+    int32_t m_iCode;            ///< ZX_GUIEVENT_*, or a host's own code (10003...)
+    ZxHWnd m_hWnd;              ///< the element's window
+    uint32_t m_wParam;
+    uint32_t m_uiReserved0;
+    intptr_t m_lParam;          ///< the payload (a format for 10003)
+    IZxGUIElement* m_pElement;  ///< the element, when the GUI library raised the event
     uint32_t m_uiMessage;       ///< the window message behind the event, or 0
-    uint32_t m_uiReserved;
-    uintptr_t m_wParam;
-    intptr_t m_lParam;
+    uint32_t m_uiReserved1;
     intptr_t m_lResult;         ///< the handler's answer, where the event asks for one
 };
 
