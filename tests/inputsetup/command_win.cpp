@@ -8,18 +8,14 @@
 
 #include "command_test_resource.h"
 #include "zx_dialog.h"
+#include "zx_modal.h"
 #include "zx_test.h"
 
 using zxtest::TestDialog;
 
-namespace {
-std::wstring Text(HWND item)
-{
-    wchar_t buf[300] = {};
-    GetWindowTextW(item, buf, 300);
-    return buf;
-}
+using zxtest::ItemText;
 
+namespace {
 // The simulated camera's log lines of one operation, in order.
 std::vector<std::wstring> Calls(const CZxSimCamera& cam, const wchar_t* operation)
 {
@@ -46,8 +42,8 @@ TEST(PushCommand, KeepsATemplateTextFillsAnEmptyOneAndRunsItsCommandToTheEnd)
     dlg.Attach(given);
     EXPECT_EQ(empty.Reinit(), 0);
     EXPECT_EQ(given.Reinit(), 0);
-    EXPECT_EQ(Text(dlg.Item(IDC_CMD_PUSH)), L"Factory Settings");
-    EXPECT_EQ(Text(dlg.Item(IDC_CMD_PUSH_TEXT)), L"Start");
+    EXPECT_EQ(ItemText(dlg.Item(IDC_CMD_PUSH), 0), L"Factory Settings");
+    EXPECT_EQ(ItemText(dlg.Item(IDC_CMD_PUSH_TEXT), 0), L"Start");
     dlg.List().UpdateStateMany(~0u);
     EXPECT_EQ(IsWindowEnabled(dlg.Item(IDC_CMD_PUSH)), TRUE) << "a command is always available";
 
@@ -108,7 +104,7 @@ TEST(StaticValue, FormatsByRunTypeOrItsOwnFormatAndEmptiesForOtherTypes)
         CZxISControlStatic s(k.name, ZX_MODE_FAST, IDC_CMD_STATIC, 1, k.format);
         dlg.Attach(s);
         EXPECT_EQ(s.UpdateFromGeneric(), 0);
-        EXPECT_EQ(Text(dlg.Item(IDC_CMD_STATIC)), k.shown) << k.name;
+        EXPECT_EQ(ItemText(dlg.Item(IDC_CMD_STATIC), 0), k.shown) << k.name;
         dlg.List().Remove(&s);
     }
     zxtest::DiagCapture diag;
@@ -159,18 +155,18 @@ TEST(AsyncCommand, InButtonModeTheButtonCancelsWhileRunningAndComesBackWhenTheCo
     cam.ClearCallLog();
     EXPECT_TRUE(dlg.Click(IDC_CMD_ASYNC));
     EXPECT_EQ(Calls(cam, L"Command_WRP"), std::vector<std::wstring>{L"Command_WRP(Calibrate, null, async)"});
-    EXPECT_EQ(Text(button), L"Cancel");
+    EXPECT_EQ(ItemText(button, 0), L"Cancel");
     c.Reinit();
     EXPECT_EQ(c.UpdateFromGeneric(), 0);
     EXPECT_TRUE(c.IsRunning()) << "progress 0.0 is still running";
-    EXPECT_EQ(Text(button), L"Cancel");
+    EXPECT_EQ(ItemText(button, 0), L"Cancel");
 
     cam.HoldCommandAt(-1);
     ASSERT_TRUE(WaitForProgress(cam, -1));
     c.UpdateFromGeneric();
     c.UpdateFromGeneric();
     EXPECT_FALSE(c.IsRunning());
-    EXPECT_EQ(Text(button), L"Calibrate") << "the saved text, not the Cancel of the last Reinit";
+    EXPECT_EQ(ItemText(button, 0), L"Calibrate") << "the saved text, not the Cancel of the last Reinit";
     EXPECT_EQ(g_general, 1);
 
     // A second click aborts the running command in the camera.
@@ -182,7 +178,7 @@ TEST(AsyncCommand, InButtonModeTheButtonCancelsWhileRunningAndComesBackWhenTheCo
     CZxStringW status;
     cam.Command_Status_WRP(L"Calibrate", progress, status);
     EXPECT_STREQ(status, L"Aborted");
-    EXPECT_EQ(Text(button), L"Calibrate");
+    EXPECT_EQ(ItemText(button, 0), L"Calibrate");
     EXPECT_EQ(g_general, 2);
 
     // Enabled exactly while the command's status can be read.
@@ -203,7 +199,7 @@ TEST(AsyncCommand, InProgressModeTheWindowFollowsThePollAndItsCancelAbortsTheCam
     CZxISControlPushCommandAsync c(L"Calibrate", IDC_CMD_ASYNC_PROGRESS, 1, AbortThroughProvider, true);
     dlg.Attach(c);
     c.Reinit();
-    EXPECT_EQ(Text(dlg.Item(IDC_CMD_ASYNC_PROGRESS)), L"Dark Calibration");
+    EXPECT_EQ(ItemText(dlg.Item(IDC_CMD_ASYNC_PROGRESS), 0), L"Dark Calibration");
 
     cam.SetCommandDuration(20);
     cam.HoldCommandAt(0.456);

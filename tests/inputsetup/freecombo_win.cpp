@@ -10,12 +10,15 @@
 
 #include "freecombo_test_resource.h"
 #include "zx_dialog.h"
+#include "zx_modal.h"
 #include "zx_test.h"
 #include "zxhost/exposure.h"
 
 using zxtest::TestDialog;
 typedef CZxISControlComboFreeExposure Exposure;
 typedef CZxISControlComboFreeTemperature Temperature;
+
+using zxtest::ItemText;
 
 namespace {
 const UINT kPrivate = WM_USER + 500;
@@ -45,13 +48,6 @@ CZxVariant Presets(std::initializer_list<double> values, bool exposure)
         list.Add(e);
     }
     return list;
-}
-
-std::wstring Text(HWND w)
-{
-    wchar_t buf[128] = {};
-    GetWindowTextW(w, buf, 128);
-    return buf;
 }
 
 std::vector<std::wstring> Items(HWND combo)
@@ -117,7 +113,7 @@ TEST(FreeTemperature, ShowsTheDecimalsOfTheStep)
         EXPECT_EQ(t.Reinit(), 0);
         EXPECT_EQ(t.UpdateFromGeneric(), 0);
         EXPECT_EQ(t.GetDecimals(), k.decimals) << k.step;
-        EXPECT_EQ(Text(dlg.Item(IDC_FREE_TEMPERATURE)), k.shown) << k.step;
+        EXPECT_EQ(ItemText(dlg.Item(IDC_FREE_TEMPERATURE), 0), k.shown) << k.step;
     }
 }
 
@@ -161,7 +157,7 @@ TEST(FreeExposure, OffersThePresetsInRangeAndTheMaximumOnlyWellAboveThem)
     Type(dlg, IDC_FREE_EXPOSURE, L"9 ms");
     dlg.Command(IDC_FREE_EXPOSURE, CBN_DROPDOWN);
     EXPECT_EQ(Selection(dlg.Item(IDC_FREE_EXPOSURE)), 1);
-    EXPECT_EQ(Text(dlg.Item(IDC_FREE_EXPOSURE)), L"10 ms") << "the selection shows";
+    EXPECT_EQ(ItemText(dlg.Item(IDC_FREE_EXPOSURE), 0), L"10 ms") << "the selection shows";
 }
 
 TEST(FreeExposure, EnterCommitsTheTypedValueThroughTheHookAndItsReleaseShowsTheDriverValue)
@@ -173,7 +169,7 @@ TEST(FreeExposure, EnterCommitsTheTypedValueThroughTheHookAndItsReleaseShowsTheD
     e.Reinit();
     e.UpdateFromGeneric();
     HWND combo = dlg.Item(IDC_FREE_EXPOSURE);
-    EXPECT_EQ(Text(combo), L"20 ms");
+    EXPECT_EQ(ItemText(combo, 0), L"20 ms");
 
     const struct {
         const wchar_t* typed;
@@ -191,14 +187,14 @@ TEST(FreeExposure, EnterCommitsTheTypedValueThroughTheHookAndItsReleaseShowsTheD
         dlg.Key(IDC_FREE_EXPOSURE, VK_RETURN);
         EXPECT_FALSE(e.IsEditing());
         EXPECT_EQ(Writes(cam), std::vector<std::wstring>{k.written}) << k.typed;
-        EXPECT_EQ(Text(combo), k.shown) << k.typed;
+        EXPECT_EQ(ItemText(combo, 0), k.shown) << k.typed;
     }
     // Escape drops what was typed.
     cam.ClearCallLog();
     Type(dlg, IDC_FREE_EXPOSURE, L"3 ms");
     dlg.Key(IDC_FREE_EXPOSURE, VK_ESCAPE);
     EXPECT_TRUE(Writes(cam).empty());
-    EXPECT_EQ(Text(combo), L"1.5 s");
+    EXPECT_EQ(ItemText(combo, 0), L"1.5 s");
     EXPECT_EQ(e.UpdateFromGeneric(), 0);
 }
 
@@ -220,11 +216,11 @@ TEST(FreeTemperature, EnterCommitsTheClampedTextAndAPickedPresetIsWrittenAtOnce)
         Type(dlg, IDC_FREE_TEMPERATURE, k.typed);
         dlg.Key(IDC_FREE_TEMPERATURE, VK_RETURN);
         EXPECT_EQ(ValueOf(cam, L"Temperature"), k.written) << k.typed;
-        EXPECT_EQ(Text(combo), k.shown) << k.typed;
+        EXPECT_EQ(ItemText(combo, 0), k.shown) << k.typed;
     }
     EXPECT_TRUE(dlg.SelectComboItem(IDC_FREE_TEMPERATURE, 4)); // -30 -20 -10 0 10 20
     EXPECT_EQ(ValueOf(cam, L"Temperature"), 10.0);
-    EXPECT_EQ(Text(combo), L"10.0");
+    EXPECT_EQ(ItemText(combo, 0), L"10.0");
 }
 
 TEST(FreeCombos, EqualDistancesSelectTheLowerIndex)
@@ -242,9 +238,9 @@ TEST(FreeCombos, EqualDistancesSelectTheLowerIndex)
     e.UpdateFromGeneric();
     t.UpdateFromGeneric();
     EXPECT_EQ(Selection(dlg.Item(IDC_FREE_EXPOSURE)), 6);
-    EXPECT_EQ(Text(dlg.Item(IDC_FREE_EXPOSURE)), L"15 ms") << "the value itself, not the preset";
+    EXPECT_EQ(ItemText(dlg.Item(IDC_FREE_EXPOSURE), 0), L"15 ms") << "the value itself, not the preset";
     EXPECT_EQ(Selection(dlg.Item(IDC_FREE_TEMPERATURE)), 0);
-    EXPECT_EQ(Text(dlg.Item(IDC_FREE_TEMPERATURE)), L"-25.0");
+    EXPECT_EQ(ItemText(dlg.Item(IDC_FREE_TEMPERATURE), 0), L"-25.0");
 }
 
 TEST(FreeCombos, RefreshWhileTheListIsOpenIsRefusedAndClosingShowsTheDriverValue)
@@ -269,9 +265,9 @@ TEST(FreeCombos, RefreshWhileTheListIsOpenIsRefusedAndClosingShowsTheDriverValue
         dlg.Command(k.id, CBN_DROPDOWN);
         SetValue(cam, k.name, k.value);
         EXPECT_EQ(k.control->UpdateFromGeneric(), -10) << k.name;
-        EXPECT_NE(Text(dlg.Item(k.id)), k.shown) << k.name;
+        EXPECT_NE(ItemText(dlg.Item(k.id), 0), k.shown) << k.name;
         dlg.Command(k.id, CBN_CLOSEUP);
-        EXPECT_EQ(Text(dlg.Item(k.id)), k.shown) << k.name;
+        EXPECT_EQ(ItemText(dlg.Item(k.id), 0), k.shown) << k.name;
         EXPECT_EQ(k.control->UpdateFromGeneric(), 0) << k.name;
     }
 }
@@ -387,7 +383,7 @@ TEST(EditExposure, EnterWritesTheTypedTimeOrTheDriverValueForATypingError)
     dlg.Attach(edit);
     dlg.List().ReinitAndUpdateMany(~0u);
     HWND item = dlg.Item(IDC_FREE_EDIT);
-    EXPECT_EQ(Text(item), L"20 ms");
+    EXPECT_EQ(ItemText(item, 0), L"20 ms");
     const struct {
         const wchar_t* typed;
         const wchar_t* written;
@@ -400,6 +396,6 @@ TEST(EditExposure, EnterWritesTheTypedTimeOrTheDriverValueForATypingError)
         SetWindowTextW(item, k.typed);
         dlg.Key(IDC_FREE_EDIT, VK_RETURN);
         EXPECT_EQ(Writes(cam), std::vector<std::wstring>{k.written}) << k.typed;
-        EXPECT_EQ(Text(item), k.shown) << k.typed;
+        EXPECT_EQ(ItemText(item, 0), k.shown) << k.typed;
     }
 }

@@ -3,9 +3,12 @@
 
 #include <commctrl.h>
 
+#include "zx_modal.h"
 #include "zx_test.h"
 #include "zxhost/progressdialog.h"
 #include "zxhost/waitcursor.h"
+
+using zxtest::ItemText;
 
 namespace {
 int g_cancels = 0;
@@ -13,13 +16,6 @@ int CountCancel(void* context)
 {
     ++g_cancels;
     return context ? 0 : -1;
-}
-
-std::wstring Text(HWND w)
-{
-    wchar_t buf[64] = {};
-    GetWindowTextW(w, buf, 64);
-    return buf;
 }
 } // namespace
 
@@ -39,7 +35,7 @@ TEST(ProgressWindow, DisablesItsOwnerMovesTheBarAndCancelsOnceThroughTheCallback
     EXPECT_EQ(progress.Show(reinterpret_cast<ZxHWnd>(owner), true, L"Again", 0), -9);
     HWND w = reinterpret_cast<HWND>(progress.GetWindow());
     ASSERT_TRUE(IsWindow(w));
-    EXPECT_EQ(Text(w), L"Working");
+    EXPECT_EQ(ItemText(w, 0), L"Working");
     EXPECT_FALSE(IsWindowEnabled(owner));
 
     const struct {
@@ -53,7 +49,7 @@ TEST(ProgressWindow, DisablesItsOwnerMovesTheBarAndCancelsOnceThroughTheCallback
     HWND bar = FindWindowExW(w, nullptr, L"msctls_progress32", nullptr);
     EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 100);
     HWND percent = FindWindowExW(w, nullptr, L"STATIC", nullptr);
-    EXPECT_EQ(Text(percent), L"50 %");
+    EXPECT_EQ(ItemText(percent, 0), L"50 %");
 
     HWND cancel = GetDlgItem(w, IDCANCEL);
     ASSERT_TRUE(cancel);

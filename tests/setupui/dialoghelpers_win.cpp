@@ -12,6 +12,9 @@
 #include "zx/grabberuibase.h"
 #include "zxhost/locale.h"
 #include "zxsim/camera.h"
+#include "zx_modal.h"
+
+using zxtest::ItemText;
 
 namespace {
 
@@ -32,13 +35,6 @@ void WithDialog(std::function<void(HWND)> step)
     });
 }
 
-std::wstring Text(HWND wnd)
-{
-    wchar_t t[512] = {};
-    GetWindowTextW(wnd, t, 512);
-    return t;
-}
-
 TEST(DialogHelpers, TemplatesFollowTheLanguageAndFallBackToNeutral)
 {
     HMODULE lib = ZX_GetLibraryModule();
@@ -57,7 +53,7 @@ TEST(DialogHelpers, TemplatesFollowTheLanguageAndFallBackToNeutral)
     // The German dialog through the dialog service: its own Cancel text.
     std::wstring cancel;
     WithDialog([&](HWND dlg) {
-        cancel = Text(GetDlgItem(dlg, 2002));
+        cancel = ItemText(GetDlgItem(dlg, 2002), 0);
         EndDialog(dlg, 7);
     });
     EXPECT_EQ(Dialog_Box_Param(lib, L"NEW_SETTING", nullptr,
@@ -72,15 +68,15 @@ TEST(DialogHelpers, NewSettingDialogAsksUntilANameIsGiven)
     std::wstring caption, afterEnter, cut;
     bool focusOnOk = false, openAfterEmptyOk = false;
     WithDialog([&](HWND dlg) {
-        caption = Text(dlg);
+        caption = ItemText(dlg, 0);
         HWND edit = GetDlgItem(dlg, 1001);
         SendMessageW(edit, WM_KEYDOWN, VK_RETURN, 0);
         focusOnOk = GetFocus() == GetDlgItem(dlg, 2001);
-        afterEnter = Text(edit);
+        afterEnter = ItemText(edit, 0);
         // Pasted text beyond the limit is cut.
         SendMessageW(edit, EM_SETSEL, 0, -1);
         SendMessageW(edit, EM_REPLACESEL, TRUE, LPARAM(std::wstring(300, L'x').c_str()));
-        cut = Text(edit);
+        cut = ItemText(edit, 0);
         SetWindowTextW(edit, L"");
         SendMessageW(dlg, WM_COMMAND, 2001, LPARAM(GetDlgItem(dlg, 2001)));
         openAfterEmptyOk = IsWindowEnabled(dlg) && GetFocus() == edit;
