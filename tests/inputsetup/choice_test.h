@@ -20,43 +20,11 @@ using Texts = std::vector<std::wstring>;
 
 namespace choicetest {
 
-inline std::wstring Text(HWND item)
-{
-    wchar_t buf[300] = {};
-    GetWindowTextW(item, buf, 300);
-    return buf;
-}
-
-inline Texts ComboTexts(HWND combo)
-{
-    Texts t;
-    for (int i = 0; i < SendMessageW(combo, CB_GETCOUNT, 0, 0); ++i) {
-        wchar_t buf[300] = {};
-        SendMessageW(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(buf));
-        t.push_back(buf);
-    }
-    return t;
-}
-
-inline int Selection(HWND combo) { return static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
-
-// The last line the camera logged for `operation`, or "" when none.
-inline std::wstring LastCall(const CZxSimCamera& cam, const wchar_t* operation)
-{
-    std::wstring last;
-    for (const auto& l : cam.CallLog())
-        if (l.rfind(operation, 0) == 0)
-            last = l;
-    return last;
-}
-
-inline std::vector<UINT> Messages(const TestDialog& dlg)
-{
-    std::vector<UINT> m;
-    for (const Notification& n : dlg.Notifications())
-        m.push_back(n.message);
-    return m;
-}
+using zxtest::ComboTexts;
+using zxtest::ItemText;
+using zxtest::LastCall;
+using zxtest::Messages;
+using zxtest::Selection;
 
 inline CZxVariant ListOf(std::initializer_list<CZxVariant> items, const wchar_t* member = L"m_list")
 {

@@ -5,6 +5,7 @@
 
 using namespace numtest;
 using zxtest::Notification;
+using zxtest::Messages;
 using zxtest::TestDialog;
 
 namespace {
@@ -15,13 +16,6 @@ struct Registry {
     ~Registry() { CZxISControlEditBase::Done(); }
 };
 
-std::vector<UINT> Messages(const TestDialog& dlg)
-{
-    std::vector<UINT> m;
-    for (const Notification& n : dlg.Notifications())
-        m.push_back(n.message);
-    return m;
-}
 } // namespace
 
 // The harness records WM_IS_* only; the edit's own notification is seen by a probe window.

@@ -14,11 +14,16 @@
 #include "zx_test.h"
 #include "zxhost/exposure.h"
 
-using zxtest::TestDialog;
 typedef CZxISControlComboFreeExposure Exposure;
 typedef CZxISControlComboFreeTemperature Temperature;
 
+using zxtest::Calls;
+using zxtest::ComboTexts;
 using zxtest::ItemText;
+using zxtest::Selection;
+using zxtest::Set;
+using zxtest::TestDialog;
+using zxtest::Value;
 
 namespace {
 const UINT kPrivate = WM_USER + 500;
@@ -48,43 +53,6 @@ CZxVariant Presets(std::initializer_list<double> values, bool exposure)
         list.Add(e);
     }
     return list;
-}
-
-std::vector<std::wstring> Items(HWND combo)
-{
-    std::vector<std::wstring> items;
-    const int n = static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0));
-    for (int i = 0; i < n; ++i) {
-        wchar_t buf[128] = {};
-        SendMessageW(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(buf));
-        items.push_back(buf);
-    }
-    return items;
-}
-
-int Selection(HWND combo) { return static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
-
-void SetValue(CZxSimCamera& cam, const wchar_t* name, const CZxVariant& value)
-{
-    CZxVector_SZxGrabberPropertyValue v;
-    v.Add(SZxGrabberPropertyValue(name, value));
-    ASSERT_EQ(cam.PropSet_WRP(ZX_MODE_FAST, v, nullptr, false), 0);
-}
-
-double ValueOf(CZxSimCamera& cam, const wchar_t* name)
-{
-    SZxGrabberPropertyValue v(name);
-    cam.PropGetSingle_WRP(ZX_MODE_FAST, v);
-    return v.m_varValue.GetDouble();
-}
-
-std::vector<std::wstring> Writes(const CZxSimCamera& cam)
-{
-    std::vector<std::wstring> lines;
-    for (const auto& l : cam.CallLog())
-        if (l.rfind(L"PropSet_WRP", 0) == 0)
-            lines.push_back(l);
-    return lines;
 }
 
 // Types `text` into the combo's edit part as the user would leave it: the text,
@@ -150,7 +118,7 @@ TEST(FreeExposure, OffersThePresetsInRangeAndTheMaximumOnlyWellAboveThem)
     for (const auto& k : cases) {
         def[L"m_dMax"] = k.max;
         EXPECT_EQ(e.Reinit(), 0);
-        EXPECT_EQ(Items(dlg.Item(IDC_FREE_EXPOSURE)), k.items) << k.max;
+        EXPECT_EQ(ComboTexts(dlg.Item(IDC_FREE_EXPOSURE)), k.items) << k.max;
     }
     // Opening the list selects the nearest preset by its combo index: 0.1 ms is
     // not in the combo, so 10 ms is item 1.
@@ -186,14 +154,14 @@ TEST(FreeExposure, EnterCommitsTheTypedValueThroughTheHookAndItsReleaseShowsTheD
         EXPECT_EQ(e.UpdateFromGeneric(), -10) << "typing wins over the driver";
         dlg.Key(IDC_FREE_EXPOSURE, VK_RETURN);
         EXPECT_FALSE(e.IsEditing());
-        EXPECT_EQ(Writes(cam), std::vector<std::wstring>{k.written}) << k.typed;
+        EXPECT_EQ(Calls(cam, L"PropSet_WRP"), std::vector<std::wstring>{k.written}) << k.typed;
         EXPECT_EQ(ItemText(combo, 0), k.shown) << k.typed;
     }
     // Escape drops what was typed.
     cam.ClearCallLog();
     Type(dlg, IDC_FREE_EXPOSURE, L"3 ms");
     dlg.Key(IDC_FREE_EXPOSURE, VK_ESCAPE);
-    EXPECT_TRUE(Writes(cam).empty());
+    EXPECT_TRUE(Calls(cam, L"PropSet_WRP").empty());
     EXPECT_EQ(ItemText(combo, 0), L"1.5 s");
     EXPECT_EQ(e.UpdateFromGeneric(), 0);
 }
@@ -215,11 +183,11 @@ TEST(FreeTemperature, EnterCommitsTheClampedTextAndAPickedPresetIsWrittenAtOnce)
     for (const auto& k : cases) {
         Type(dlg, IDC_FREE_TEMPERATURE, k.typed);
         dlg.Key(IDC_FREE_TEMPERATURE, VK_RETURN);
-        EXPECT_EQ(ValueOf(cam, L"Temperature"), k.written) << k.typed;
+        EXPECT_EQ(Value(cam, L"Temperature"), k.written) << k.typed;
         EXPECT_EQ(ItemText(combo, 0), k.shown) << k.typed;
     }
     EXPECT_TRUE(dlg.SelectComboItem(IDC_FREE_TEMPERATURE, 4)); // -30 -20 -10 0 10 20
-    EXPECT_EQ(ValueOf(cam, L"Temperature"), 10.0);
+    EXPECT_EQ(Value(cam, L"Temperature"), 10.0);
     EXPECT_EQ(ItemText(combo, 0), L"10.0");
 }
 
@@ -233,8 +201,8 @@ TEST(FreeCombos, EqualDistancesSelectTheLowerIndex)
     dlg.Attach(t);
     e.Reinit();
     t.Reinit();
-    SetValue(cam, L"Exposure", 15.0);     // between the presets 10 (item 6) and 20 ms
-    SetValue(cam, L"Temperature", -25.0); // between -30 (item 0) and -20
+    Set(cam, L"Exposure", 15.0);     // between the presets 10 (item 6) and 20 ms
+    Set(cam, L"Temperature", -25.0); // between -30 (item 0) and -20
     e.UpdateFromGeneric();
     t.UpdateFromGeneric();
     EXPECT_EQ(Selection(dlg.Item(IDC_FREE_EXPOSURE)), 6);
@@ -263,7 +231,7 @@ TEST(FreeCombos, RefreshWhileTheListIsOpenIsRefusedAndClosingShowsTheDriverValue
         k.control->Reinit();
         k.control->UpdateFromGeneric();
         dlg.Command(k.id, CBN_DROPDOWN);
-        SetValue(cam, k.name, k.value);
+        Set(cam, k.name, k.value);
         EXPECT_EQ(k.control->UpdateFromGeneric(), -10) << k.name;
         EXPECT_NE(ItemText(dlg.Item(k.id), 0), k.shown) << k.name;
         dlg.Command(k.id, CBN_CLOSEUP);
@@ -308,7 +276,7 @@ TEST(FreeExposure, AClickOpensTheListWithTheCurrentValueInItsMiddle)
     Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
     e.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
     e.Reinit();
-    SetValue(cam, L"Exposure", 50.0);
+    Set(cam, L"Exposure", 50.0);
     e.UpdateFromGeneric();
     HWND combo = dlg.Item(IDC_FREE_EXPOSURE);
     COMBOBOXINFO info{};
@@ -395,7 +363,7 @@ TEST(EditExposure, EnterWritesTheTypedTimeOrTheDriverValueForATypingError)
         cam.ClearCallLog();
         SetWindowTextW(item, k.typed);
         dlg.Key(IDC_FREE_EDIT, VK_RETURN);
-        EXPECT_EQ(Writes(cam), std::vector<std::wstring>{k.written}) << k.typed;
+        EXPECT_EQ(Calls(cam, L"PropSet_WRP"), std::vector<std::wstring>{k.written}) << k.typed;
         EXPECT_EQ(ItemText(item, 0), k.shown) << k.typed;
     }
 }

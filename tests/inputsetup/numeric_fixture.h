@@ -91,26 +91,9 @@ inline void ClickArrow(zxtest::TestDialog& dlg, int id, bool up, UINT held = 0)
     Mouse({{p, MOUSEEVENTF_LEFTDOWN}, {p, MOUSEEVENTF_LEFTUP}}, held);
 }
 
-inline std::wstring ItemText(zxtest::TestDialog& dlg, int id)
-{
-    wchar_t text[80] = {};
-    GetDlgItemTextW(dlg.Hwnd(), id, text, 80);
-    return text;
-}
-
-inline double Value(CZxSimCamera& cam, const wchar_t* name)
-{
-    SZxGrabberPropertyValue v(name);
-    cam.PropGetSingle_WRP(1, v);
-    return v.m_varValue.GetDouble();
-}
-
-inline void Set(CZxSimCamera& cam, const wchar_t* name, const CZxVariant& value)
-{
-    CZxVector_SZxGrabberPropertyValue values;
-    values.Add(SZxGrabberPropertyValue(name, value));
-    cam.PropSet_WRP(1, values, nullptr, false);
-}
+using zxtest::ItemText;
+using zxtest::Set;
+using zxtest::Value;
 
 /// The Gain scroll bar (1 .. 16 in steps of 0.1) on the numeric test dialog,
 /// showing the driver's value, or `value` written first when one is given.

@@ -6,8 +6,10 @@
 #pragma once
 #include <windows.h>
 
+#include <string>
 #include <vector>
 #include "zx/inputsetupcontrols.h"
+#include "zx_modal.h"
 #include "zxsim/camera.h"
 
 namespace zxtest {
@@ -80,5 +82,58 @@ private:
     std::vector<Notification> m_notes;
     bool m_lastHandled = false;
 };
+
+inline std::wstring ItemText(const TestDialog& dlg, int id) { return ItemText(dlg.Hwnd(), id); }
+
+/// The message of each WM_IS_* notification the dialog received, in order.
+inline std::vector<UINT> Messages(const TestDialog& dlg)
+{
+    std::vector<UINT> m;
+    for (const Notification& n : dlg.Notifications())
+        m.push_back(n.message);
+    return m;
+}
+
+/// The entries of a combo box, and its selected index.
+inline std::vector<std::wstring> ComboTexts(HWND combo)
+{
+    std::vector<std::wstring> t;
+    for (int i = 0; i < SendMessageW(combo, CB_GETCOUNT, 0, 0); ++i) {
+        wchar_t buf[300] = {};
+        SendMessageW(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(buf));
+        t.push_back(buf);
+    }
+    return t;
+}
+inline int Selection(HWND combo) { return static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
+
+/// The lines the camera logged for `operation`, in order; the last of them or "".
+inline std::vector<std::wstring> Calls(const CZxSimCamera& cam, const wchar_t* operation)
+{
+    std::vector<std::wstring> lines;
+    for (const auto& l : cam.CallLog())
+        if (l.rfind(operation, 0) == 0)
+            lines.push_back(l);
+    return lines;
+}
+inline std::wstring LastCall(const CZxSimCamera& cam, const wchar_t* operation)
+{
+    const std::vector<std::wstring> lines = Calls(cam, operation);
+    return lines.empty() ? std::wstring() : lines.back();
+}
+
+/// One property of the fast set (mode 1) read as a double, and written.
+inline double Value(CZxSimCamera& cam, const wchar_t* name)
+{
+    SZxGrabberPropertyValue v(name);
+    cam.PropGetSingle_WRP(1, v);
+    return v.m_varValue.GetDouble();
+}
+inline int Set(CZxSimCamera& cam, const wchar_t* name, const CZxVariant& value)
+{
+    CZxVector_SZxGrabberPropertyValue values;
+    values.Add(SZxGrabberPropertyValue(name, value));
+    return cam.PropSet_WRP(1, values, nullptr, false);
+}
 
 } // namespace zxtest
