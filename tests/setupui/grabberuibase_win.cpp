@@ -14,6 +14,7 @@
 #include "zx/inputform.h"
 #include "zxsim/camera.h"
 #include "zx_canvas.h"
+#include "zx_dialog.h"
 
 namespace {
 
@@ -101,14 +102,7 @@ private:
     }
 };
 
-void Pump()
-{
-    MSG m;
-    while (PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&m);
-        DispatchMessageW(&m);
-    }
-}
+void Pump() { zxtest::TestDialog::Pump(); }
 
 using zxtest::Canvas;
 

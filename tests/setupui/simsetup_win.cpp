@@ -8,6 +8,7 @@
 #include <string>
 
 #include "zx/inputform.h"
+#include "zx_dialog.h"
 #include "zx_modal.h"
 #include "zxsim/setupui.h"
 
@@ -16,13 +17,6 @@ namespace {
 int32_t Application(IZxGrabberUI::EZxEvent event, ZxHWnd, int64_t, void*)
 {
     return event == IZxGrabberUI::evMessage ? 1 : 0;
-}
-
-std::wstring Text(HWND dlg, int id)
-{
-    wchar_t text[128] = {};
-    GetDlgItemTextW(dlg, id, text, 128);
-    return text;
 }
 
 void SetDouble(CZxGenProvider_Low& camera, const wchar_t* name, double value)
@@ -55,11 +49,7 @@ void RunInModalLoop(std::function<void()> step)
 bool PumpUntil(const std::function<bool()>& done)
 {
     for (int i = 0; i < 500; ++i) {
-        MSG m;
-        while (PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE)) {
-            TranslateMessage(&m);
-            DispatchMessageW(&m);
-        }
+        zxtest::TestDialog::Pump();
         if (done())
             return true;
         Sleep(10);
@@ -85,7 +75,7 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
     auto read = [&](HWND dlg, std::wstring* texts) {
         for (int i = 0; i < n; ++i)
             texts[i] = shown[i] == IDC_ZX_CHOICE3 ? std::to_wstring(IsDlgButtonChecked(dlg, IDC_ZX_CHOICE3))
-                                                  : Text(dlg, shown[i]);
+                                                  : zxtest::ItemText(dlg, shown[i]);
     };
     RunInModalLoop([&] {
         HWND dlg = ui.GetHDlg();
@@ -130,10 +120,10 @@ TEST_F(ReferenceDriver, LiveHistogramFollowsTheExposureAndAutoExposureCorrectsIt
     HWND dlg = ui.GetHDlg();
     ASSERT_TRUE(dlg);
     ui.StartAcquisition(10);
-    ASSERT_TRUE(PumpUntil([&] { return !Text(dlg, IDC_ZX_RANGE_RED).empty(); }));
-    const std::wstring atDefault = Text(dlg, IDC_ZX_RANGE_RED);
+    ASSERT_TRUE(PumpUntil([&] { return !zxtest::ItemText(dlg, IDC_ZX_RANGE_RED).empty(); }));
+    const std::wstring atDefault = zxtest::ItemText(dlg, IDC_ZX_RANGE_RED);
     SetDouble(camera, L"Exposure", 5.0);
-    EXPECT_TRUE(PumpUntil([&] { return Text(dlg, IDC_ZX_RANGE_RED) != atDefault; })) << "range stays " << atDefault.c_str();
+    EXPECT_TRUE(PumpUntil([&] { return zxtest::ItemText(dlg, IDC_ZX_RANGE_RED) != atDefault; })) << "range stays " << atDefault.c_str();
 
     // Over-exposed with auto exposure on: the driver brings the exposure down.
     SetDouble(camera, L"Exposure", 200.0);
@@ -170,7 +160,7 @@ TEST(SimSetup, TheSamePageDocksAsAnElementAndOpensTheAdvancedSetupFromBothHosts)
         CZxISControlList& list = docked ? element.GetControls() : ui.GetControls();
         EXPECT_EQ(list.GetCount(), 10u);
         EXPECT_EQ(IsWindowVisible(GetDlgItem(hwnd, IDOK)) != 0, !docked);
-        EXPECT_FALSE(Text(hwnd, IDC_ZX_EXPOSURE).empty());
+        EXPECT_FALSE(zxtest::ItemText(hwnd, IDC_ZX_EXPOSURE).empty());
         // The page's button opens the advanced setup on the same camera.
         SetDouble(camera, L"CaptureMaxExposure", 2000.0);
         const int r = zxtest::DriveModal(
