@@ -22,7 +22,6 @@ std::vector<COLORREF> LibraryBitmap(const wchar_t* name)
     DeleteObject(bmp);
     return c.Square(0, 0, 13);
 }
-
 } // namespace
 
 TEST_F(ChoiceControls, CheckBoxShowsAndWritesThePropertyInvertedOrNotAndReportsStateChangesWhenAsked)
@@ -105,8 +104,8 @@ TEST_F(ChoiceControls, RadioLabelsItsButtonsAndWritesAFormatChangingPropertyForm
     CZxISControlRadio area(L"SensorMode", ZX_MODE_FAST, IDC_CH_RADIO1, IDC_CH_RADIO3, 1);
     dlg.Attach(area);
     EXPECT_EQ(area.Reinit(), 0);
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CH_RADIO1), 0), L"Ganzer Sensor");
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CH_RADIO2), 0), L"Mittlere H\u00e4lfte");
+    EXPECT_EQ(ItemText(dlg, IDC_CH_RADIO1), L"Ganzer Sensor");
+    EXPECT_EQ(ItemText(dlg, IDC_CH_RADIO2), L"Mittlere H\u00e4lfte");
     EXPECT_FALSE(IsWindowVisible(dlg.Item(IDC_CH_RADIO3))) << "no third element";
     EXPECT_EQ(area.Enable(true), 0);
     EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_CH_RADIO3)));
@@ -127,7 +126,7 @@ TEST_F(ChoiceControls, RadioLabelsItsButtonsAndWritesAFormatChangingPropertyForm
     CZxISControlRadioNT readout(L"ReadoutMode", ZX_MODE_FAST, IDC_CH_RADIO1, IDC_CH_RADIO3, 1);
     dlg.Attach(readout);
     EXPECT_EQ(readout.Reinit(), 0);
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CH_RADIO2), 0), L"Standard");
+    EXPECT_EQ(ItemText(dlg, IDC_CH_RADIO2), L"Standard");
     EXPECT_TRUE(dlg.Click(IDC_CH_RADIO3));
     EXPECT_EQ(LastCall(dlg.Camera(), L"PropSet_WRP"), L"PropSet_WRP(1, ReadoutMode=2)");
     EXPECT_EQ(dlg.Notifications().back().message, UINT(WM_IS_PROPERTYCHANGED)) << "a plain write";
@@ -143,20 +142,20 @@ TEST_F(ChoiceControls, SpinListWritesTheElementAndNextPrevWritesTheIndexStopping
     EXPECT_EQ(low, 0);
     EXPECT_EQ(high, 2);
     EXPECT_EQ(light.UpdateFromGeneric(), 0);
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CH_SPIN_EDIT), 0), L"Leuchtdiode");
+    EXPECT_EQ(ItemText(dlg, IDC_CH_SPIN_EDIT), L"Leuchtdiode");
     SendDlgItemMessageW(dlg.Hwnd(), IDC_CH_SPIN, UDM_SETPOS32, 0, 2);
     EXPECT_TRUE(dlg.Scroll(IDC_CH_SPIN, SB_THUMBPOSITION, 2));
     EXPECT_EQ(LastCall(dlg.Camera(), L"PropSet_WRP"), L"PropSet_WRP(1, LightSource=\"daylight\")");
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CH_SPIN_EDIT), 0), L"Tageslicht");
+    EXPECT_EQ(ItemText(dlg, IDC_CH_SPIN_EDIT), L"Tageslicht");
     CZxISControlSpinListNT lightNT(L"LightSource", ZX_MODE_FAST, IDC_CH_SPIN_EDIT, IDC_CH_SPIN, 2);
     lightNT.Attach(dlg.ZxHwnd(), &dlg.Camera(), nullptr);
     lightNT.UpdateFromGeneric();
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CH_SPIN_EDIT), 0), L"Daylight");
+    EXPECT_EQ(ItemText(dlg, IDC_CH_SPIN_EDIT), L"Daylight");
 
     CZxISControlNextPrevList filter(L"FilterWheel", ZX_MODE_FAST, IDC_CH_NP_TEXT, IDC_CH_NEXT, IDC_CH_PREV, 1);
     dlg.Attach(filter);
     EXPECT_EQ(filter.UpdateFromGeneric(), 0);
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CH_NP_TEXT), 0), L"Offen");
+    EXPECT_EQ(ItemText(dlg, IDC_CH_NP_TEXT), L"Offen");
     dlg.Camera().ClearCallLog();
     EXPECT_TRUE(dlg.Click(IDC_CH_PREV)) << "at the first element: handled, nothing written";
     EXPECT_EQ(dlg.Camera().CallCount(L"PropSet_WRP"), 0);
@@ -164,11 +163,11 @@ TEST_F(ChoiceControls, SpinListWritesTheElementAndNextPrevWritesTheIndexStopping
         EXPECT_TRUE(dlg.Click(IDC_CH_NEXT));
     EXPECT_EQ(dlg.Camera().CallCount(L"PropSet_WRP"), 4);
     EXPECT_EQ(LastCall(dlg.Camera(), L"PropSet_WRP"), L"PropSet_WRP(1, FilterWheel=4)");
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CH_NP_TEXT), 0), L"Geschlossen");
+    EXPECT_EQ(ItemText(dlg, IDC_CH_NP_TEXT), L"Geschlossen");
     EXPECT_TRUE(dlg.Click(IDC_CH_PREV));
     EXPECT_EQ(LastCall(dlg.Camera(), L"PropSet_WRP"), L"PropSet_WRP(1, FilterWheel=3)");
     CZxISControlNextPrevListNT filterNT(L"FilterWheel", ZX_MODE_FAST, IDC_CH_NP_TEXT, IDC_CH_NEXT, IDC_CH_PREV, 2);
     filterNT.Attach(dlg.ZxHwnd(), &dlg.Camera(), nullptr);
     filterNT.UpdateFromGeneric();
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CH_NP_TEXT), 0), L"Blue");
+    EXPECT_EQ(ItemText(dlg, IDC_CH_NP_TEXT), L"Blue");
 }

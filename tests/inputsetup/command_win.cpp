@@ -8,7 +8,6 @@
 
 #include "command_test_resource.h"
 #include "zx_dialog.h"
-#include "zx_modal.h"
 #include "zx_test.h"
 
 using zxtest::TestDialog;
@@ -42,8 +41,8 @@ TEST(PushCommand, KeepsATemplateTextFillsAnEmptyOneAndRunsItsCommandToTheEnd)
     dlg.Attach(given);
     EXPECT_EQ(empty.Reinit(), 0);
     EXPECT_EQ(given.Reinit(), 0);
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CMD_PUSH), 0), L"Factory Settings");
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CMD_PUSH_TEXT), 0), L"Start");
+    EXPECT_EQ(ItemText(dlg, IDC_CMD_PUSH), L"Factory Settings");
+    EXPECT_EQ(ItemText(dlg, IDC_CMD_PUSH_TEXT), L"Start");
     dlg.List().UpdateStateMany(~0u);
     EXPECT_EQ(IsWindowEnabled(dlg.Item(IDC_CMD_PUSH)), TRUE) << "a command is always available";
 
@@ -104,7 +103,7 @@ TEST(StaticValue, FormatsByRunTypeOrItsOwnFormatAndEmptiesForOtherTypes)
         CZxISControlStatic s(k.name, ZX_MODE_FAST, IDC_CMD_STATIC, 1, k.format);
         dlg.Attach(s);
         EXPECT_EQ(s.UpdateFromGeneric(), 0);
-        EXPECT_EQ(ItemText(dlg.Item(IDC_CMD_STATIC), 0), k.shown) << k.name;
+        EXPECT_EQ(ItemText(dlg, IDC_CMD_STATIC), k.shown) << k.name;
         dlg.List().Remove(&s);
     }
     zxtest::DiagCapture diag;
@@ -199,7 +198,7 @@ TEST(AsyncCommand, InProgressModeTheWindowFollowsThePollAndItsCancelAbortsTheCam
     CZxISControlPushCommandAsync c(L"Calibrate", IDC_CMD_ASYNC_PROGRESS, 1, AbortThroughProvider, true);
     dlg.Attach(c);
     c.Reinit();
-    EXPECT_EQ(ItemText(dlg.Item(IDC_CMD_ASYNC_PROGRESS), 0), L"Dark Calibration");
+    EXPECT_EQ(ItemText(dlg, IDC_CMD_ASYNC_PROGRESS), L"Dark Calibration");
 
     cam.SetCommandDuration(20);
     cam.HoldCommandAt(0.456);

@@ -10,7 +10,6 @@
 
 #include "freecombo_test_resource.h"
 #include "zx_dialog.h"
-#include "zx_modal.h"
 #include "zx_test.h"
 #include "zxhost/exposure.h"
 
@@ -81,7 +80,7 @@ TEST(FreeTemperature, ShowsTheDecimalsOfTheStep)
         EXPECT_EQ(t.Reinit(), 0);
         EXPECT_EQ(t.UpdateFromGeneric(), 0);
         EXPECT_EQ(t.GetDecimals(), k.decimals) << k.step;
-        EXPECT_EQ(ItemText(dlg.Item(IDC_FREE_TEMPERATURE), 0), k.shown) << k.step;
+        EXPECT_EQ(ItemText(dlg, IDC_FREE_TEMPERATURE), k.shown) << k.step;
     }
 }
 
@@ -125,7 +124,7 @@ TEST(FreeExposure, OffersThePresetsInRangeAndTheMaximumOnlyWellAboveThem)
     Type(dlg, IDC_FREE_EXPOSURE, L"9 ms");
     dlg.Command(IDC_FREE_EXPOSURE, CBN_DROPDOWN);
     EXPECT_EQ(Selection(dlg.Item(IDC_FREE_EXPOSURE)), 1);
-    EXPECT_EQ(ItemText(dlg.Item(IDC_FREE_EXPOSURE), 0), L"10 ms") << "the selection shows";
+    EXPECT_EQ(ItemText(dlg, IDC_FREE_EXPOSURE), L"10 ms") << "the selection shows";
 }
 
 TEST(FreeExposure, EnterCommitsTheTypedValueThroughTheHookAndItsReleaseShowsTheDriverValue)
@@ -206,9 +205,9 @@ TEST(FreeCombos, EqualDistancesSelectTheLowerIndex)
     e.UpdateFromGeneric();
     t.UpdateFromGeneric();
     EXPECT_EQ(Selection(dlg.Item(IDC_FREE_EXPOSURE)), 6);
-    EXPECT_EQ(ItemText(dlg.Item(IDC_FREE_EXPOSURE), 0), L"15 ms") << "the value itself, not the preset";
+    EXPECT_EQ(ItemText(dlg, IDC_FREE_EXPOSURE), L"15 ms") << "the value itself, not the preset";
     EXPECT_EQ(Selection(dlg.Item(IDC_FREE_TEMPERATURE)), 0);
-    EXPECT_EQ(ItemText(dlg.Item(IDC_FREE_TEMPERATURE), 0), L"-25.0");
+    EXPECT_EQ(ItemText(dlg, IDC_FREE_TEMPERATURE), L"-25.0");
 }
 
 TEST(FreeCombos, RefreshWhileTheListIsOpenIsRefusedAndClosingShowsTheDriverValue)
