@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <map>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -42,7 +43,7 @@ public:
     std::map<std::wstring, std::map<std::wstring, CZxVariant>> members;
 };
 
-CZxVariant Presets(std::initializer_list<double> values, bool exposure)
+CZxVariant Presets(const std::vector<double>& values, bool exposure)
 {
     CZxVariant list = CZxVariant::MakeArray();
     for (double v : values) {
@@ -263,14 +264,9 @@ TEST(FreeExposure, AClickOpensTheListWithTheCurrentValueInItsMiddle)
 {
     TestDialog dlg(IDD_FREE_TEST);
     RedefinedCamera cam;
-    CZxVariant many = CZxVariant::MakeArray();
-    for (int ms = 1; ms <= 80; ++ms) {
-        CZxVariant p;
-        p[L"m_dValue"] = double(ms);
-        p[L"m_wstrText"] = ZX_ExposureToText(ms, -1.0);
-        many.Add(p);
-    }
-    cam.members[L"Exposure"][L"m_List"] = many;
+    std::vector<double> many(80);
+    std::iota(many.begin(), many.end(), 1.0);   // 1 .. 80 ms
+    cam.members[L"Exposure"][L"m_List"] = Presets(many, true);
     cam.members[L"Exposure"][L"m_dMax"] = 80.0;
     Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
     e.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
