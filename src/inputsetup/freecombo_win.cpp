@@ -256,6 +256,26 @@ template <class C> struct ZxFreeComboOps {
         return ZX_OK;
     }
 
+    // Key-down and key-up both arrive (the transition bit is not looked at), so
+    // the release of an Enter that committed reverts: deliberately, it shows the
+    // value just written.
+    static bool KeyHook(C& c, int32_t code, ZxWParam key)
+    {
+        HWND combo = H(c.m_hCombo);
+        if (!combo || code != HC_ACTION || !FocusIn(combo))
+            return false;
+        if (key == kEnter && c.m_bEditing) {
+            c.m_bEditing = false;
+            SendMessageW(H(c.m_hDlg), c.m_uiMessage, kEnter, c.m_iControlId);
+            return true;
+        }
+        if (key == kEscape || key == kEnter) {
+            c.m_bEditing = false;
+            SendMessageW(H(c.m_hDlg), c.m_uiMessage, kEscape, c.m_iControlId);
+            return true;
+        }
+        return false;
+    }
     static bool DlgProcHook(C& c, ZxHWnd dialog, uint32_t message, ZxWParam wParam, ZxLResult* result)
     {
         if (message == c.m_uiMessage) {
@@ -541,23 +561,7 @@ bool CZxISControlComboFreeExposure::DlgProcHook(ZxHWnd dialog, uint32_t message,
 
 bool CZxISControlComboFreeExposure::FreeExposureHook(int32_t code, ZxWParam key, ZxLParam)
 {
-    HWND combo = H(m_hCombo);
-    if (!combo || code != HC_ACTION || !FocusIn(combo))
-        return false;
-    // Key-down and key-up both arrive (the transition bit is not looked at), so
-    // the release of an Enter that committed reverts: deliberately, it shows the
-    // value just written.
-    if (key == kEnter && m_bEditing) {
-        m_bEditing = false;
-        SendMessageW(H(m_hDlg), m_uiMessage, kEnter, m_iControlId);
-        return true;
-    }
-    if (key == kEscape || key == kEnter) {
-        m_bEditing = false;
-        SendMessageW(H(m_hDlg), m_uiMessage, kEscape, m_iControlId);
-        return true;
-    }
-    return false;
+    return ZxFreeComboOps<CZxISControlComboFreeExposure>::KeyHook(*this, code, key);
 }
 
 ZxLResult CZxISControlComboFreeExposure::ComboProc(ZxHWnd comboZx, uint32_t message, ZxWParam wParam,
@@ -741,21 +745,7 @@ bool CZxISControlComboFreeTemperature::DlgProcHook(ZxHWnd dialog, uint32_t messa
 
 bool CZxISControlComboFreeTemperature::FreeTemperatureHook(int32_t code, ZxWParam key, ZxLParam)
 {
-    HWND combo = H(m_hCombo);
-    if (!combo || code != HC_ACTION || !FocusIn(combo))
-        return false;
-    // As in the exposure class: an Enter's release deliberately reverts.
-    if (key == kEnter && m_bEditing) {
-        m_bEditing = false;
-        SendMessageW(H(m_hDlg), m_uiMessage, kEnter, m_iControlId);
-        return true;
-    }
-    if (key == kEscape || key == kEnter) {
-        m_bEditing = false;
-        SendMessageW(H(m_hDlg), m_uiMessage, kEscape, m_iControlId);
-        return true;
-    }
-    return false;
+    return ZxFreeComboOps<CZxISControlComboFreeTemperature>::KeyHook(*this, code, key);
 }
 
 // ==== CZxISControlEditExposure =========================================================
