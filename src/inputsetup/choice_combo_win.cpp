@@ -25,6 +25,29 @@ int32_t Selection(HWND combo)
     const LRESULT sel = SendMessageW(combo, CB_GETCURSEL, 0, 0);
     return sel == CB_ERR ? -1 : static_cast<int32_t>(sel);
 }
+
+// The last entry whose number equals the value (integer and double values alike).
+int32_t FindNumericEntry(const CZxISChoiceEntries& entries, const CZxVariant& value)
+{
+    const auto kind = value.GetKind();
+    if (kind != CZxVariant::EKind::Int32 && kind != CZxVariant::EKind::Double)
+        return -1;
+    for (int i = entries.GetSize() - 1; i >= 0; --i)
+        if (entries[i].m_varValue.GetDouble() == value.GetDouble())
+            return i;
+    return -1;
+}
+
+// The selected entry's item data as a 32-bit integer value; no selection: -12.
+int32_t SelectedItemDataAsInt32(HWND combo, SZxGrabberPropertyValue& value)
+{
+    const LRESULT index = SendMessageW(combo, CB_GETCURSEL, 0, 0);
+    if (index == CB_ERR)
+        return ZX_E_NOSELECTION;
+    value.m_varValue = static_cast<int>(SendMessageW(combo, CB_GETITEMDATA, index, 0));
+    value.m_varValue.SetTypeChangeAllowed(true);
+    return ZX_OK;
+}
 } // namespace
 
 // ---- CZxISControlCombo ---------------------------------------------------------------
@@ -296,23 +319,12 @@ ZxLParam CZxISControlComboInt32::_ItemData(const SZxISChoiceEntry& entry) { retu
 
 int32_t CZxISControlComboInt32::_FindEntry(const CZxISChoiceEntries& entries, const CZxVariant& value)
 {
-    if (value.GetKind() != CZxVariant::EKind::Int32 && value.GetKind() != CZxVariant::EKind::Double)
-        return -1;
-    for (int i = entries.GetSize() - 1; i >= 0; --i)
-        if (entries[i].m_varValue.GetDouble() == value.GetDouble())
-            return i;
-    return -1;
+    return FindNumericEntry(entries, value);
 }
 
 int32_t CZxISControlComboInt32::GetPropValForGeneric(SZxGrabberPropertyValue& value)
 {
-    HWND combo = H(GetItem());
-    const LRESULT index = SendMessageW(combo, CB_GETCURSEL, 0, 0);
-    if (index == CB_ERR)
-        return ZX_E_NOSELECTION;
-    value.m_varValue = static_cast<int>(SendMessageW(combo, CB_GETITEMDATA, index, 0));
-    value.m_varValue.SetTypeChangeAllowed(true);
-    return ZX_OK;
+    return SelectedItemDataAsInt32(H(GetItem()), value);
 }
 
 // ---- CZxISControlComboDouble ---------------------------------------------------------
@@ -382,24 +394,12 @@ ZxLParam CZxISControlComboTextInt32::_ItemData(const SZxISChoiceEntry& entry)
 
 int32_t CZxISControlComboTextInt32::_FindEntry(const CZxISChoiceEntries& entries, const CZxVariant& value)
 {
-    const auto kind = value.GetKind();
-    if (kind != CZxVariant::EKind::Int32 && kind != CZxVariant::EKind::Double)
-        return -1;
-    for (int i = entries.GetSize() - 1; i >= 0; --i)
-        if (entries[i].m_varValue.GetDouble() == value.GetDouble())
-            return i;
-    return -1;
+    return FindNumericEntry(entries, value);
 }
 
 int32_t CZxISControlComboTextInt32::GetPropValForGeneric(SZxGrabberPropertyValue& value)
 {
-    HWND combo = H(GetItem());
-    const LRESULT index = SendMessageW(combo, CB_GETCURSEL, 0, 0);
-    if (index == CB_ERR)
-        return ZX_E_NOSELECTION;
-    value.m_varValue = static_cast<int>(SendMessageW(combo, CB_GETITEMDATA, index, 0));
-    value.m_varValue.SetTypeChangeAllowed(true);
-    return ZX_OK;
+    return SelectedItemDataAsInt32(H(GetItem()), value);
 }
 
 CZxISControlComboTextDouble::CZxISControlComboTextDouble(const wchar_t* name, uint32_t mode, int32_t comboId,
