@@ -3,35 +3,16 @@
 // followed by polling, in button mode and with the progress window.
 #include <windows.h>
 
-#include <algorithm>
 #include <string>
 
 #include "command_test_resource.h"
 #include "zx_dialog.h"
 #include "zx_test.h"
 
+using zxtest::Calls;
+using zxtest::ItemText;
 using zxtest::TestDialog;
 
-using zxtest::ItemText;
-
-namespace {
-// The simulated camera's log lines of one operation, in order.
-std::vector<std::wstring> Calls(const CZxSimCamera& cam, const wchar_t* operation)
-{
-    std::vector<std::wstring> lines;
-    for (const auto& l : cam.CallLog())
-        if (l.rfind(operation, 0) == 0)
-            lines.push_back(l);
-    return lines;
-}
-
-int SetValue(CZxSimCamera& cam, const wchar_t* name, const CZxVariant& value)
-{
-    CZxVector_SZxGrabberPropertyValue v;
-    v.Add(SZxGrabberPropertyValue(name, value));
-    return cam.PropSet_WRP(ZX_MODE_FAST, v, nullptr, false);
-}
-} // namespace
 
 TEST(PushCommand, KeepsATemplateTextFillsAnEmptyOneAndRunsItsCommandToTheEnd)
 {
@@ -46,15 +27,13 @@ TEST(PushCommand, KeepsATemplateTextFillsAnEmptyOneAndRunsItsCommandToTheEnd)
     dlg.List().UpdateStateMany(~0u);
     EXPECT_EQ(IsWindowEnabled(dlg.Item(IDC_CMD_PUSH)), TRUE) << "a command is always available";
 
-    SetValue(dlg.Camera(), L"Gain", 5.0);
+    zxtest::Set(dlg.Camera(), L"Gain", 5.0);
     dlg.Camera().ClearCallLog();
     EXPECT_TRUE(dlg.Click(IDC_CMD_PUSH));
     EXPECT_FALSE(dlg.Command(IDC_CMD_PUSH, BN_SETFOCUS));
     // Synchronous: the command has done its work when the click returns.
     EXPECT_EQ(Calls(dlg.Camera(), L"Command_WRP"), std::vector<std::wstring>{L"Command_WRP(RestoreFactory, null)"});
-    SZxGrabberPropertyValue gain(L"Gain");
-    dlg.Camera().PropGetSingle_WRP(ZX_MODE_FAST, gain);
-    EXPECT_EQ(gain.m_varValue.GetDouble(), 1.0);
+    EXPECT_EQ(zxtest::Value(dlg.Camera(), L"Gain"), 1.0);
 }
 
 TEST(MultiPush, PressingTheMiddleOfThreeButtonsSendsIndexOneAndAllButtonsFollowEnableAndShow)
@@ -98,7 +77,7 @@ TEST(StaticValue, FormatsByRunTypeOrItsOwnFormatAndEmptiesForOtherTypes)
     };
     TestDialog dlg(IDD_CMD_TEST);
     for (const auto& k : cases) {
-        SetValue(dlg.Camera(), k.name, k.value);
+        zxtest::Set(dlg.Camera(), k.name, k.value);
         SetDlgItemTextW(dlg.Hwnd(), IDC_CMD_STATIC, L"old");
         CZxISControlStatic s(k.name, ZX_MODE_FAST, IDC_CMD_STATIC, 1, k.format);
         dlg.Attach(s);

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 #include "zx/inputsetupcontrols.h"
+#include "zx_props.h"
 #include "zx_test.h"
-#include "zxsim/camera.h"
 
 namespace {
 // Records which of its operations the list called, in order, into a log shared
@@ -60,6 +60,7 @@ typedef CZxISControl C;
 
 ZxHWnd H(uintptr_t n) { return reinterpret_cast<ZxHWnd>(n); }
 ZxLParam From(uintptr_t n) { return static_cast<ZxLParam>(n); }
+using zxtest::Value;
 
 // Registers each control under the handle numbered by its place (1, 2, ...).
 void Register(CZxISControlList& list, std::initializer_list<CZxISControl*> controls)
@@ -71,12 +72,6 @@ void Register(CZxISControlList& list, std::initializer_list<CZxISControl*> contr
     }
 }
 
-double ValueOf(CZxSimCamera& cam, uint32_t mode, const wchar_t* name)
-{
-    SZxGrabberPropertyValue v(name);
-    cam.PropGetSingle_WRP(mode, v);
-    return v.m_varValue.GetDouble();
-}
 } // namespace
 
 TEST(ControlList, AddRefusesBadArgumentsAndKeepsOneEntryPerControl)
@@ -220,8 +215,8 @@ TEST(ControlList, SetToGenericManyWritesTheGroupInOneCallSkippingRefusingControl
     // The list's mode is used, not the controls' (which are all fast).
     EXPECT_EQ(list.SetToGenericMany(&cam, 2, 1), 0);
     EXPECT_EQ(cam.CallCount(L"PropSet_WRP"), 1);
-    EXPECT_EQ((std::vector<double>{ValueOf(cam, 2, L"Gain"), ValueOf(cam, 2, L"Offset"), ValueOf(cam, 2, L"Gamma"),
-                                   ValueOf(cam, 1, L"Gain")}),
+    EXPECT_EQ((std::vector<double>{Value(cam, L"Gain", 2), Value(cam, L"Offset", 2), Value(cam, L"Gamma", 2),
+                                   Value(cam, L"Gain", 1)}),
               (std::vector<double>{2.5, 0.0, 100.0, 1.0}));
 
     cam.ClearCallLog(); // no property-bound control in the group: still one (empty) write
@@ -234,9 +229,7 @@ TEST(ControlList, SetToGenericManyWritesTheGroupInOneCallSkippingRefusingControl
 TEST(ControlList, TimerRefreshesOnlyPropertiesThatChangeByThemselves)
 {
     CZxSimCamera cam;
-    CZxVector_SZxGrabberPropertyValue autoOn;
-    autoOn.Add(SZxGrabberPropertyValue(L"AutoExposure", CZxVariant(true)));
-    ASSERT_EQ(cam.PropSet_WRP(1, autoOn, nullptr, false), 0);
+    ASSERT_EQ(zxtest::Set(cam, L"AutoExposure", true), 0);
     Log log;
     RecordingControl exposure(log, "exp", 0, C::btProperty, L"Exposure"), gain(log, "gain", 1, C::btProperty, L"Gain"),
         sensor(log, "sensor", 1, C::btProperty, L"SensorTemperature"),

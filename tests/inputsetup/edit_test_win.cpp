@@ -92,9 +92,7 @@ TEST_F(EditNotifications, FocusLossCommitsAPendingTextWithoutTheKeyNotification)
     dlg.List().ReinitAndUpdateMany(~0u);
     Type(dlg, IDC_NUM_EDIT_INT, L"12.6");
     dlg.Key(IDC_NUM_EDIT, VK_SHIFT); // the focus moves to the other edit
-    SZxGrabberPropertyValue v(L"Offset");
-    dlg.Camera().PropGetSingle_WRP(1, v);
-    EXPECT_EQ(v.m_varValue, CZxVariant(13)) << "typed numbers are rounded";
+    EXPECT_EQ(Read(dlg.Camera(), L"Offset"), CZxVariant(13)) << "typed numbers are rounded";
     EXPECT_EQ(ItemText(dlg, IDC_NUM_EDIT_INT), L"13");
     EXPECT_TRUE(seen.empty());
 }
@@ -110,20 +108,18 @@ TEST_F(EditNotifications, TypedValuesReachTheDriverUnclampedAndTheEditShowsWhatI
     EXPECT_EQ(ItemText(dlg, IDC_NUM_EDIT), L"10") << "shown times the scale";
     const struct {
         int id;
-        const wchar_t *typed, *written, *shown;
-    } cases[] = {{IDC_NUM_EDIT, L"990", L"Gain=99.000000", L"160"},
-                 {IDC_NUM_EDIT, L"125", L"Gain=12.500000", L"125"},
-                 {IDC_NUM_EDIT_INT, L"-3", L"Offset=-3", L"0"},
-                 {IDC_NUM_EDIT_INT, L"abc", nullptr, L"0"}};
+        const wchar_t* typed;
+        std::vector<std::wstring> written;
+        const wchar_t* shown;
+    } cases[] = {{IDC_NUM_EDIT, L"990", {L"PropSet_WRP(1, Gain=99.000000)"}, L"160"},
+                 {IDC_NUM_EDIT, L"125", {L"PropSet_WRP(1, Gain=12.500000)"}, L"125"},
+                 {IDC_NUM_EDIT_INT, L"-3", {L"PropSet_WRP(1, Offset=-3)"}, L"0"},
+                 {IDC_NUM_EDIT_INT, L"abc", {}, L"0"}};
     for (const auto& c : cases) {
         dlg.Camera().ClearCallLog();
         Type(dlg, c.id, c.typed);
         dlg.Key(c.id, VK_RETURN);
-        std::wstring writes;
-        for (const std::wstring& call : dlg.Camera().CallLog())
-            if (call.find(L"PropSet_WRP") == 0)
-                writes += call;
-        EXPECT_EQ(writes, c.written ? L"PropSet_WRP(1, " + std::wstring(c.written) + L")" : L"") << c.typed;
+        EXPECT_EQ(zxtest::Calls(dlg.Camera(), L"PropSet_WRP"), c.written) << c.typed;
         EXPECT_EQ(ItemText(dlg, c.id), c.shown) << c.typed;
     }
 }

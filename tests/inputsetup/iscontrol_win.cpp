@@ -56,9 +56,7 @@ TEST(ControlBase, AttachRegistersTheItemWindowOnlyWhenGivenAList)
 TEST(ControlBase, EnableShowAndUpdateStateMapThePreviousStateOfTheItem)
 {
     TestDialog dlg(IDD_IS_TEST);
-    CZxVector_SZxGrabberPropertyValue coolingOff;
-    coolingOff.Add(SZxGrabberPropertyValue(L"Cooling", CZxVariant(false)));
-    ASSERT_EQ(dlg.Camera().PropSet_WRP(1, coolingOff, nullptr, false), 0);
+    ASSERT_EQ(zxtest::Set(dlg.Camera(), L"Cooling", false), 0);
     HWND item = dlg.Item(IDC_IS_EDIT);
     // UpdateState enables exactly the available, writable properties, through Enable:
     // EnableWindow answers nonzero when the item was disabled, ShowWindow when it was visible.

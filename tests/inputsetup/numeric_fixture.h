@@ -1,10 +1,11 @@
-// Shared by the numeric-control tests: a simulated camera that also describes
-// properties of shapes the camera itself does not have (odd or broken
-// definitions), and typing through the keyboard.
+// Shared by the numeric-control and free-combo tests: a simulated camera that
+// also describes properties of shapes the camera itself does not have (odd or
+// broken definitions) or other members of its own, and typing through the keyboard.
 #pragma once
 #include <windows.h>
 
 #include <commctrl.h>
+#include <cmath>
 #include <map>
 #include <string>
 #include <vector>
@@ -19,13 +20,20 @@ public:
     int PropGetDesc_WRP(uint32_t mode, const wchar_t* name, SZxGrabberPropertyDesc01& desc) override
     {
         auto it = name ? defs.find(name) : defs.end();
-        if (it == defs.end())
-            return CZxSimCamera::PropGetDesc_WRP(mode, name, desc);
+        if (it == defs.end()) {
+            const int rc = CZxSimCamera::PropGetDesc_WRP(mode, name, desc);
+            if (rc == 0 && name)
+                for (const auto& m : members[name])
+                    desc.varValDefinition[m.first.c_str()] = m.second;
+            return rc;
+        }
         desc.m_wstrName = name;
         desc.varValDefinition = it->second;
         return 0;
     }
-    std::map<std::wstring, CZxVariant> defs;
+    std::map<std::wstring, CZxVariant> defs;   ///< whole definitions of properties the camera lacks
+    /// Members replaced in the camera's own definitions, as a driver with other ranges would describe them.
+    std::map<std::wstring, std::map<std::wstring, CZxVariant>> members;
 };
 
 /// A definition record of `type` with the given members, as a driver would send it.
@@ -92,6 +100,7 @@ inline void ClickArrow(zxtest::TestDialog& dlg, int id, bool up, UINT held = 0)
 }
 
 using zxtest::ItemText;
+using zxtest::Read;
 using zxtest::Set;
 using zxtest::Value;
 

@@ -41,9 +41,7 @@ TEST(SliderControls, ListSliderWritesTheElementsValue)
     EXPECT_EQ(readout.GetCount(), 3);
     EXPECT_EQ(TrackPos(dlg, IDC_NUM_TRACK_LIST), 2);
     dlg.Key(IDC_NUM_TRACK_LIST, VK_LEFT);
-    SZxGrabberPropertyValue v(L"ReadoutMode");
-    dlg.Camera().PropGetSingle_WRP(1, v);
-    EXPECT_EQ(v.m_varValue, CZxVariant(1));
+    EXPECT_EQ(Read(dlg.Camera(), L"ReadoutMode"), CZxVariant(1));
 
     OddCamera cam;
     CZxVariant bad = CZxVariant::MakeRecord(L"RZxList");

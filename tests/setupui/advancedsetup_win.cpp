@@ -11,24 +11,15 @@
 #include "zx/advancedsetup.h"
 #include "zx/iscontrols_numeric.h"
 #include "zx_modal.h"
+#include "zx_props.h"
 #include "zxsim/camera.h"
 #include "zxsim/setupui.h"
 
 namespace {
 
-double Get(CZxGenProvider_Low& cam, const wchar_t* name)
-{
-    SZxGrabberPropertyValue v(name);
-    cam.PropGetSingle_WRP(0, v);
-    return v.m_varValue.GetDouble();
-}
-
-void Set(CZxGenProvider_Low& cam, const wchar_t* name, const CZxVariant& value)
-{
-    CZxVector_SZxGrabberPropertyValue values(128);
-    values.Add(SZxGrabberPropertyValue(name, value));
-    cam.PropSet_WRP(0, values, nullptr, false);
-}
+// The setup reads and writes the set in use (mode 0).
+double Get(CZxGenProvider_Low& cam, const wchar_t* name) { return zxtest::Value(cam, name, 0); }
+void Set(CZxGenProvider_Low& cam, const wchar_t* name, const CZxVariant& value) { zxtest::Set(cam, name, value, 0); }
 
 bool Wrote(CZxSimCamera& cam, const wchar_t* name)
 {

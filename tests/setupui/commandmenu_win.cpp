@@ -8,7 +8,7 @@
 
 #include "setupui/commandmenu_win.h"
 #include "zxhost/moduleevents.h"
-#include "zxsim/camera.h"
+#include "zx_props.h"
 
 namespace {
 
@@ -41,12 +41,7 @@ CZxVariant Roi(int width, int height, const wchar_t* caption)
     return r;
 }
 
-double Gain(CZxSimCamera& camera, uint32_t mode)
-{
-    SZxGrabberPropertyValue v(L"Gain");
-    camera.PropGetSingle_WRP(mode, v);
-    return v.m_varValue.GetDouble();
-}
+double Gain(CZxSimCamera& camera, uint32_t mode) { return zxtest::Value(camera, L"Gain", mode); }
 
 class CommandMenu : public ::testing::Test {
 protected:
@@ -138,15 +133,12 @@ TEST_F(CommandMenu, PredefinedROIsAreCappedAtTenWithSizesForUncaptioned)
 
 TEST_F(CommandMenu, CopiesBetweenSetsTouchOnlyTheTarget)
 {
-    CZxVector_SZxGrabberPropertyValue fast(128), quality(128);
-    fast.Add(SZxGrabberPropertyValue(L"Gain", CZxVariant(4.0)));
-    quality.Add(SZxGrabberPropertyValue(L"Gain", CZxVariant(2.0)));
-    camera.PropSet_WRP(ZX_MODE_FAST, fast, nullptr, false);
-    camera.PropSet_WRP(ZX_MODE_QUALITY, quality, nullptr, false);
+    zxtest::Set(camera, L"Gain", 4.0, ZX_MODE_FAST);
+    zxtest::Set(camera, L"Gain", 2.0, ZX_MODE_QUALITY);
     CommandMenuHandle(Host(kGroupFastQuality), kMenuFastToQuality);
     EXPECT_EQ(Gain(camera, ZX_MODE_FAST), 4.0);
     EXPECT_EQ(Gain(camera, ZX_MODE_QUALITY), 4.0);
-    camera.PropSet_WRP(ZX_MODE_QUALITY, quality, nullptr, false);
+    zxtest::Set(camera, L"Gain", 2.0, ZX_MODE_QUALITY);
     CommandMenuHandle(Host(kGroupFastQuality), kMenuQualityToFast);
     EXPECT_EQ(Gain(camera, ZX_MODE_FAST), 2.0);
     EXPECT_EQ(Gain(camera, ZX_MODE_QUALITY), 2.0);

@@ -416,10 +416,8 @@ TEST_F(GrabberUIBase, ModalCancelRestoresEveryCapturedSetting)
     camera.CameraSettingsGet_UNI_WRP(before, ZX_SETTINGS_ALL, true);
     host.onOpen = [&](HWND dlg) {
         // Changes of several groups while the dialog is open.
-        CZxVector_SZxGrabberPropertyValue values(128);
-        values.Add(SZxGrabberPropertyValue(L"Gain", CZxVariant(4.0)));
-        values.Add(SZxGrabberPropertyValue(L"Offset", CZxVariant(40)));
-        camera.PropSet_WRP(ZX_MODE_FAST, values, nullptr, false);
+        zxtest::Set(camera, L"Gain", 4.0);
+        zxtest::Set(camera, L"Offset", 40);
         camera.ModeFQSynchronize(!before.m_bFQSynchronized);
         camera.ROISet(CZxRect(8, 8, 64, 64));
         camera.ROIEnable(true);

@@ -10,6 +10,7 @@
 #include <vector>
 #include "zx/inputsetupcontrols.h"
 #include "zx_modal.h"
+#include "zx_props.h"
 #include "zxsim/camera.h"
 
 namespace zxtest {
@@ -106,34 +107,5 @@ inline std::vector<std::wstring> ComboTexts(HWND combo)
     return t;
 }
 inline int Selection(HWND combo) { return static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
-
-/// The lines the camera logged for `operation`, in order; the last of them or "".
-inline std::vector<std::wstring> Calls(const CZxSimCamera& cam, const wchar_t* operation)
-{
-    std::vector<std::wstring> lines;
-    for (const auto& l : cam.CallLog())
-        if (l.rfind(operation, 0) == 0)
-            lines.push_back(l);
-    return lines;
-}
-inline std::wstring LastCall(const CZxSimCamera& cam, const wchar_t* operation)
-{
-    const std::vector<std::wstring> lines = Calls(cam, operation);
-    return lines.empty() ? std::wstring() : lines.back();
-}
-
-/// One property of the fast set (mode 1) read as a double, and written.
-inline double Value(CZxSimCamera& cam, const wchar_t* name)
-{
-    SZxGrabberPropertyValue v(name);
-    cam.PropGetSingle_WRP(1, v);
-    return v.m_varValue.GetDouble();
-}
-inline int Set(CZxSimCamera& cam, const wchar_t* name, const CZxVariant& value)
-{
-    CZxVector_SZxGrabberPropertyValue values;
-    values.Add(SZxGrabberPropertyValue(name, value));
-    return cam.PropSet_WRP(1, values, nullptr, false);
-}
 
 } // namespace zxtest
