@@ -4,19 +4,19 @@
 // lifetime and the click that opens the list centred on the value.
 #include <windows.h>
 
-#include <map>
 #include <numeric>
 #include <string>
 #include <vector>
 
 #include "freecombo_test_resource.h"
-#include "zx_dialog.h"
+#include "numeric_fixture.h"
 #include "zx_test.h"
 #include "zxhost/exposure.h"
 
 typedef CZxISControlComboFreeExposure Exposure;
 typedef CZxISControlComboFreeTemperature Temperature;
 
+using numtest::OddCamera;
 using zxtest::Calls;
 using zxtest::ComboTexts;
 using zxtest::ItemText;
@@ -27,21 +27,6 @@ using zxtest::Value;
 
 namespace {
 const UINT kPrivate = WM_USER + 500;
-
-// The simulated camera with some definition members of a property replaced, as
-// a driver with other ranges or presets would describe it.
-class RedefinedCamera : public CZxSimCamera {
-public:
-    int PropGetDesc_WRP(uint32_t mode, const wchar_t* name, SZxGrabberPropertyDesc01& desc) override
-    {
-        const int rc = CZxSimCamera::PropGetDesc_WRP(mode, name, desc);
-        if (rc == 0 && name)
-            for (const auto& m : members[name])
-                desc.varValDefinition[m.first.c_str()] = m.second;
-        return rc;
-    }
-    std::map<std::wstring, std::map<std::wstring, CZxVariant>> members;
-};
 
 CZxVariant Presets(const std::vector<double>& values, bool exposure)
 {
@@ -64,7 +49,21 @@ void Type(TestDialog& dlg, int id, const wchar_t* text)
 }
 } // namespace
 
-TEST(FreeTemperature, ShowsTheDecimalsOfTheStep)
+// Both free combos on their dialog over a camera whose definitions a test may change.
+class FreeCombos : public ::testing::Test {
+protected:
+    FreeCombos()
+    {
+        e.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
+        t.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
+    }
+    TestDialog dlg{IDD_FREE_TEST};
+    OddCamera cam;
+    Exposure e{L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false};
+    Temperature t{L"Temperature", ZX_MODE_FAST, IDC_FREE_TEMPERATURE, 1, kPrivate};
+};
+
+TEST_F(FreeCombos, TemperatureShowsTheDecimalsOfTheStep)
 {
     const struct {
         double step;
@@ -72,10 +71,6 @@ TEST(FreeTemperature, ShowsTheDecimalsOfTheStep)
         const wchar_t* shown;
     } cases[] = {{0.25, 2, L"-10.00"}, {0.5, 1, L"-10.0"}, {0.001, 3, L"-10.000"},
                  {1, 0, L"-10"},       {10, 0, L"-10"},    {0.0001, 0, L"-10"}};
-    TestDialog dlg(IDD_FREE_TEST);
-    RedefinedCamera cam;
-    Temperature t(L"Temperature", ZX_MODE_FAST, IDC_FREE_TEMPERATURE, 1, kPrivate);
-    t.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
     for (const auto& k : cases) {
         cam.members[L"Temperature"][L"m_dStep"] = k.step;
         EXPECT_EQ(t.Reinit(), 0);
@@ -102,19 +97,15 @@ TEST(FreeTemperature, TextsKeepTheLeadingNumberAndClampIt)
     EXPECT_STREQ(s, L"12.5 \u00b0C");
 }
 
-TEST(FreeExposure, OffersThePresetsInRangeAndTheMaximumOnlyWellAboveThem)
+TEST_F(FreeCombos, ExposureOffersThePresetsInRangeAndTheMaximumOnlyWellAboveThem)
 {
     const struct {
         double max;
         std::vector<std::wstring> items;
     } cases[] = {{105.0, {L"1 ms", L"10 ms", L"100 ms"}}, {106.0, {L"1 ms", L"10 ms", L"100 ms", L"106 ms"}}};
-    TestDialog dlg(IDD_FREE_TEST);
-    RedefinedCamera cam;
     auto& def = cam.members[L"Exposure"];
     def[L"m_List"] = Presets({0.1, 1, 10, 100, 1000}, true);
     def[L"m_dMin"] = 0.5;
-    Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
-    e.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
     for (const auto& k : cases) {
         def[L"m_dMax"] = k.max;
         EXPECT_EQ(e.Reinit(), 0);
@@ -128,12 +119,8 @@ TEST(FreeExposure, OffersThePresetsInRangeAndTheMaximumOnlyWellAboveThem)
     EXPECT_EQ(ItemText(dlg, IDC_FREE_EXPOSURE), L"10 ms") << "the selection shows";
 }
 
-TEST(FreeExposure, EnterCommitsTheTypedValueThroughTheHookAndItsReleaseShowsTheDriverValue)
+TEST_F(FreeCombos, ExposureEnterCommitsTheTypedValueThroughTheHookAndItsReleaseShowsTheDriverValue)
 {
-    TestDialog dlg(IDD_FREE_TEST);
-    CZxSimCamera& cam = dlg.Camera();
-    Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
-    dlg.Attach(e);
     e.Reinit();
     e.UpdateFromGeneric();
     HWND combo = dlg.Item(IDC_FREE_EXPOSURE);
@@ -166,13 +153,9 @@ TEST(FreeExposure, EnterCommitsTheTypedValueThroughTheHookAndItsReleaseShowsTheD
     EXPECT_EQ(e.UpdateFromGeneric(), 0);
 }
 
-TEST(FreeTemperature, EnterCommitsTheClampedTextAndAPickedPresetIsWrittenAtOnce)
+TEST_F(FreeCombos, TemperatureEnterCommitsTheClampedTextAndAPickedPresetIsWrittenAtOnce)
 {
-    TestDialog dlg(IDD_FREE_TEST);
-    RedefinedCamera cam;
     cam.members[L"Temperature"][L"m_dMin"] = -10.0;
-    Temperature t(L"Temperature", ZX_MODE_FAST, IDC_FREE_TEMPERATURE, 1, kPrivate);
-    t.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
     t.Reinit();
     HWND combo = dlg.Item(IDC_FREE_TEMPERATURE);
     const struct {
@@ -191,14 +174,8 @@ TEST(FreeTemperature, EnterCommitsTheClampedTextAndAPickedPresetIsWrittenAtOnce)
     EXPECT_EQ(ItemText(combo, 0), L"10.0");
 }
 
-TEST(FreeCombos, EqualDistancesSelectTheLowerIndex)
+TEST_F(FreeCombos, EqualDistancesSelectTheLowerIndex)
 {
-    TestDialog dlg(IDD_FREE_TEST);
-    CZxSimCamera& cam = dlg.Camera();
-    Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
-    Temperature t(L"Temperature", ZX_MODE_FAST, IDC_FREE_TEMPERATURE, 1, kPrivate);
-    dlg.Attach(e);
-    dlg.Attach(t);
     e.Reinit();
     t.Reinit();
     Set(cam, L"Exposure", 15.0);     // between the presets 10 (item 6) and 20 ms
@@ -211,14 +188,8 @@ TEST(FreeCombos, EqualDistancesSelectTheLowerIndex)
     EXPECT_EQ(ItemText(dlg, IDC_FREE_TEMPERATURE), L"-25.0");
 }
 
-TEST(FreeCombos, RefreshWhileTheListIsOpenIsRefusedAndClosingShowsTheDriverValue)
+TEST_F(FreeCombos, RefreshWhileTheListIsOpenIsRefusedAndClosingShowsTheDriverValue)
 {
-    TestDialog dlg(IDD_FREE_TEST);
-    CZxSimCamera& cam = dlg.Camera();
-    Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
-    Temperature t(L"Temperature", ZX_MODE_FAST, IDC_FREE_TEMPERATURE, 1, kPrivate);
-    dlg.Attach(e);
-    dlg.Attach(t);
     const struct {
         CZxISControl* control;
         int id;
@@ -260,16 +231,12 @@ TEST(FreeExposure, TheKeyboardHookLivesWhileAnyControlIsAttached)
     EXPECT_FALSE(UnhookWindowsHookEx(static_cast<HHOOK>(hook))) << "already removed";
 }
 
-TEST(FreeExposure, AClickOpensTheListWithTheCurrentValueInItsMiddle)
+TEST_F(FreeCombos, ExposureClickOpensTheListWithTheCurrentValueInItsMiddle)
 {
-    TestDialog dlg(IDD_FREE_TEST);
-    RedefinedCamera cam;
     std::vector<double> many(80);
     std::iota(many.begin(), many.end(), 1.0);   // 1 .. 80 ms
     cam.members[L"Exposure"][L"m_List"] = Presets(many, true);
     cam.members[L"Exposure"][L"m_dMax"] = 80.0;
-    Exposure e(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false);
-    e.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
     e.Reinit();
     Set(cam, L"Exposure", 50.0);
     e.UpdateFromGeneric();
