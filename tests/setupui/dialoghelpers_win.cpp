@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 #include "setupui/commandmenu_win.h"
@@ -14,26 +13,12 @@
 #include "zxsim/camera.h"
 #include "zx_modal.h"
 
+using zxtest::DriveModal;
 using zxtest::ItemText;
 
 namespace {
 
 const WORD kGerman = MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN);
-
-// Runs `step` with the new-setting dialog once it is up (inside its modal loop).
-std::function<void(HWND)> g_step;
-void WithDialog(std::function<void(HWND)> step)
-{
-    g_step = std::move(step);
-    SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR id, DWORD) {
-        HWND dlg = GetActiveWindow();
-        if (!dlg || !GetDlgItem(dlg, 1001))
-            return;   // not up yet
-        KillTimer(nullptr, id);
-        auto step = std::move(g_step);
-        step(dlg);
-    });
-}
 
 TEST(DialogHelpers, TemplatesFollowTheLanguageAndFallBackToNeutral)
 {
@@ -52,12 +37,12 @@ TEST(DialogHelpers, TemplatesFollowTheLanguageAndFallBackToNeutral)
     EXPECT_EQ(ZX_LoadDialogTemplate(L"NO_SUCH_FORM", lib), nullptr);
     // The German dialog through the dialog service: its own Cancel text.
     std::wstring cancel;
-    WithDialog([&](HWND dlg) {
-        cancel = ItemText(GetDlgItem(dlg, 2002), 0);
-        EndDialog(dlg, 7);
-    });
-    EXPECT_EQ(Dialog_Box_Param(lib, L"NEW_SETTING", nullptr,
-                               [](HWND, UINT msg, WPARAM, LPARAM) -> INT_PTR { return msg == WM_INITDIALOG; }, 0),
+    const DLGPROC plain = [](HWND, UINT msg, WPARAM, LPARAM) -> INT_PTR { return msg == WM_INITDIALOG; };
+    EXPECT_EQ(DriveModal([&] { return Dialog_Box_Param(lib, L"NEW_SETTING", nullptr, plain, 0); },
+                         [&](HWND dlg) {
+                             cancel = ItemText(dlg, 2002);
+                             EndDialog(dlg, 7);
+                         }),
               7);
     EXPECT_EQ(cancel, L"Abbrechen");
     ZX_SetLanguageId(before);
@@ -67,7 +52,8 @@ TEST(DialogHelpers, NewSettingDialogAsksUntilANameIsGiven)
 {
     std::wstring caption, afterEnter, cut;
     bool focusOnOk = false, openAfterEmptyOk = false;
-    WithDialog([&](HWND dlg) {
+    CZxStringW name(L"Morning");
+    EXPECT_EQ(DriveModal([&] { return NewSettingDlg(name, nullptr, L""); }, [&](HWND dlg) {
         caption = ItemText(dlg, 0);
         HWND edit = GetDlgItem(dlg, 1001);
         SendMessageW(edit, WM_KEYDOWN, VK_RETURN, 0);
@@ -82,9 +68,7 @@ TEST(DialogHelpers, NewSettingDialogAsksUntilANameIsGiven)
         openAfterEmptyOk = IsWindowEnabled(dlg) && GetFocus() == edit;
         SetWindowTextW(edit, L"Evening");
         SendMessageW(dlg, WM_COMMAND, 2001, LPARAM(GetDlgItem(dlg, 2001)));
-    });
-    CZxStringW name(L"Morning");
-    EXPECT_EQ(NewSettingDlg(name, nullptr, L""), 1);
+    }), 1);
     EXPECT_EQ(caption, L"New Setting");
     EXPECT_TRUE(focusOnOk);
     EXPECT_EQ(afterEnter, L"Morning") << "Enter neither closes nor clears";
@@ -92,8 +76,9 @@ TEST(DialogHelpers, NewSettingDialogAsksUntilANameIsGiven)
     EXPECT_TRUE(openAfterEmptyOk);
     EXPECT_EQ(name, CZxStringW(L"Evening"));
 
-    WithDialog([](HWND dlg) { SendMessageW(dlg, WM_COMMAND, IDCANCEL, 0); });
-    EXPECT_EQ(NewSettingDlg(name, nullptr, L"Title"), 2);
+    EXPECT_EQ(DriveModal([&] { return NewSettingDlg(name, nullptr, L"Title"); },
+                         [](HWND dlg) { SendMessageW(dlg, WM_COMMAND, IDCANCEL, 0); }),
+              2);
     EXPECT_EQ(name, CZxStringW(L"Evening")) << "a cancelled dialog leaves the name";
 }
 
@@ -104,11 +89,11 @@ TEST(DialogHelpers, NewSettingFromTheMenuAppearsInTheNextMenu)
     CZxISControlList controls;
     const zxsetupui::SCommandMenuHost host{&camera, &menu, nullptr, &controls, zxsetupui::kGroupNamedSettings,
                                            false, L"grabberuibase", {}};
-    WithDialog([](HWND dlg) {
-        SetDlgItemTextW(dlg, 1001, L"Night");
-        SendMessageW(dlg, WM_COMMAND, 2001, LPARAM(GetDlgItem(dlg, 2001)));
-    });
-    zxsetupui::CommandMenuHandle(host, zxsetupui::kMenuNewSetting);
+    DriveModal([&] { zxsetupui::CommandMenuHandle(host, zxsetupui::kMenuNewSetting); return 0; },
+               [](HWND dlg) {
+                   SetDlgItemTextW(dlg, 1001, L"Night");
+                   SendMessageW(dlg, WM_COMMAND, 2001, LPARAM(GetDlgItem(dlg, 2001)));
+               });
     zxsetupui::CommandMenuCreate(host);
     EXPECT_EQ(menu.GetItemText(zxsetupui::kMenuSave + 1), CZxStringW(L"Night"));
     EXPECT_TRUE(menu.IsEnabled(zxsetupui::kMenuLoad));

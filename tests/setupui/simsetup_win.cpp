@@ -19,31 +19,9 @@ int32_t Application(IZxGrabberUI::EZxEvent event, ZxHWnd, int64_t, void*)
     return event == IZxGrabberUI::evMessage ? 1 : 0;
 }
 
-void SetDouble(CZxGenProvider_Low& camera, const wchar_t* name, double value)
-{
-    CZxVector_SZxGrabberPropertyValue values(128);
-    values.Add(SZxGrabberPropertyValue(name, CZxVariant(value)));
-    camera.PropSet_WRP(0, values, nullptr, false);
-}
-
-double GetDouble(CZxGenProvider_Low& camera, const wchar_t* name)
-{
-    SZxGrabberPropertyValue v(name);
-    camera.PropGetSingle_WRP(0, v);
-    return v.m_varValue.GetDouble();
-}
-
-// Runs `step` inside the next modal loop of this thread.
-std::function<void()> g_step;
-void RunInModalLoop(std::function<void()> step)
-{
-    g_step = std::move(step);
-    SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR id, DWORD) {
-        KillTimer(nullptr, id);
-        auto step = std::move(g_step);
-        step();
-    });
-}
+// The driver reads and writes the set in use (mode 0).
+void Set(CZxGenProvider_Low& camera, const wchar_t* name, const CZxVariant& value) { zxtest::Set(camera, name, value, 0); }
+double Get(CZxGenProvider_Low& camera, const wchar_t* name) { return zxtest::Value(camera, name, 0); }
 
 // Pumps until `done` or about five seconds.
 bool PumpUntil(const std::function<bool()>& done)
@@ -77,37 +55,30 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
             texts[i] = shown[i] == IDC_ZX_CHOICE3 ? std::to_wstring(IsDlgButtonChecked(dlg, IDC_ZX_CHOICE3))
                                                   : zxtest::ItemText(dlg, shown[i]);
     };
-    RunInModalLoop([&] {
-        HWND dlg = ui.GetHDlg();
+    EXPECT_EQ(zxtest::DriveModal([&] { return ui.InputSetup(nullptr); }, [&](HWND dlg) {
+        EXPECT_EQ(dlg, ui.GetHDlg());
         read(dlg, initial);
         // The longest preset, picked in the exposure combo as a user does.
-        HWND combo = GetDlgItem(dlg, IDC_ZX_EXPOSURE);
-        SendMessageW(combo, CB_SETCURSEL, SendMessageW(combo, CB_GETCOUNT, 0, 0) - 1, 0);
-        SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_ZX_EXPOSURE, CBN_SELCHANGE), LPARAM(combo));
+        zxtest::SelectCombo(dlg, IDC_ZX_EXPOSURE, int(SendDlgItemMessageW(dlg, IDC_ZX_EXPOSURE, CB_GETCOUNT, 0, 0)) - 1);
         // Another readout in the radio run, the full-size format in its combo.
         SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_ZX_CHOICE1, BN_CLICKED), LPARAM(GetDlgItem(dlg, IDC_ZX_CHOICE1)));
-        HWND format = GetDlgItem(dlg, IDC_ZX_FORMAT);
-        SendMessageW(format, CB_SETCURSEL, 0, 0);
-        SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_ZX_FORMAT, CBN_SELCHANGE), LPARAM(format));
+        zxtest::SelectCombo(dlg, IDC_ZX_FORMAT, 0);
         // A page to the right on the gain's scroll bar.
         SendMessageW(dlg, WM_HSCROLL, SB_PAGERIGHT, LPARAM(GetDlgItem(dlg, IDC_ZX_GAIN)));
         // The offset changed by the camera itself, shown after a refresh.
-        CZxVector_SZxGrabberPropertyValue offset(128);
-        offset.Add(SZxGrabberPropertyValue(L"Offset", CZxVariant(40)));
-        camera.PropSet_WRP(0, offset, nullptr, false);
+        Set(camera, L"Offset", 40);
         SendMessageW(dlg, WM_IS_REFRESH, WPARAM(-1), 0);
         read(dlg, changed);
         SendMessageW(dlg, WM_COMMAND, IDCANCEL, LPARAM(GetDlgItem(dlg, IDCANCEL)));
         // Ended, not yet destroyed: the controls show what Cancel restored.
         read(dlg, restored);
-    });
-    EXPECT_EQ(ui.InputSetup(nullptr), IDCANCEL);
+    }), IDCANCEL);
     EXPECT_EQ(initial[1], L"30.0 frames/s");
     for (int i = 0; i < n; ++i) {
         EXPECT_NE(changed[i], initial[i]) << "item " << shown[i];
         EXPECT_EQ(restored[i], initial[i]) << "item " << shown[i];
     }
-    EXPECT_EQ(GetDouble(camera, L"Exposure"), 20.0);
+    EXPECT_EQ(Get(camera, L"Exposure"), 20.0);
     camera.CameraSettingsGet_UNI_WRP(after, ZX_SETTINGS_ALL, true);
     EXPECT_TRUE(after.m_vecPropFast == before.m_vecPropFast);
     EXPECT_TRUE(after.m_vecPropQuality == before.m_vecPropQuality);
@@ -122,16 +93,14 @@ TEST_F(ReferenceDriver, LiveHistogramFollowsTheExposureAndAutoExposureCorrectsIt
     ui.StartAcquisition(10);
     ASSERT_TRUE(PumpUntil([&] { return !zxtest::ItemText(dlg, IDC_ZX_RANGE_RED).empty(); }));
     const std::wstring atDefault = zxtest::ItemText(dlg, IDC_ZX_RANGE_RED);
-    SetDouble(camera, L"Exposure", 5.0);
+    Set(camera, L"Exposure", 5.0);
     EXPECT_TRUE(PumpUntil([&] { return zxtest::ItemText(dlg, IDC_ZX_RANGE_RED) != atDefault; })) << "range stays " << atDefault.c_str();
 
     // Over-exposed with auto exposure on: the driver brings the exposure down.
-    SetDouble(camera, L"Exposure", 200.0);
-    CZxVector_SZxGrabberPropertyValue on(128);
-    on.Add(SZxGrabberPropertyValue(L"AutoExposure", CZxVariant(true)));
-    camera.PropSet_WRP(0, on, nullptr, false);
-    EXPECT_TRUE(PumpUntil([&] { return GetDouble(camera, L"Exposure") < 100.0; }))
-        << GetDouble(camera, L"Exposure");
+    Set(camera, L"Exposure", 200.0);
+    Set(camera, L"AutoExposure", true);
+    EXPECT_TRUE(PumpUntil([&] { return Get(camera, L"Exposure") < 100.0; }))
+        << Get(camera, L"Exposure");
     ui.StopAcquisition();
     // The modeless dialog's OK goes through the provider back to the driver, which closes it.
     SendMessageW(dlg, WM_COMMAND, IDOK, LPARAM(GetDlgItem(dlg, IDOK)));
@@ -162,7 +131,7 @@ TEST(SimSetup, TheSamePageDocksAsAnElementAndOpensTheAdvancedSetupFromBothHosts)
         EXPECT_EQ(IsWindowVisible(GetDlgItem(hwnd, IDOK)) != 0, !docked);
         EXPECT_FALSE(zxtest::ItemText(hwnd, IDC_ZX_EXPOSURE).empty());
         // The page's button opens the advanced setup on the same camera.
-        SetDouble(camera, L"CaptureMaxExposure", 2000.0);
+        Set(camera, L"CaptureMaxExposure", 2000.0);
         const int r = zxtest::DriveModal(
             [&] {
                 SendMessageW(hwnd, WM_COMMAND, MAKEWPARAM(IDC_ZX_ADVANCED, BN_CLICKED),
@@ -171,11 +140,11 @@ TEST(SimSetup, TheSamePageDocksAsAnElementAndOpensTheAdvancedSetupFromBothHosts)
             },
             [&](HWND advanced) {
                 EXPECT_EQ(zxtest::ItemText(advanced, 0), L"Advanced Setup");
-                SetDouble(camera, L"CaptureMaxExposure", 30.0);
+                Set(camera, L"CaptureMaxExposure", 30.0);
                 zxtest::ClickButton(advanced, IDCANCEL);
             });
         EXPECT_EQ(r, 1);
-        EXPECT_EQ(GetDouble(camera, L"CaptureMaxExposure"), 2000.0) << "its Cancel restored the value";
+        EXPECT_EQ(Get(camera, L"CaptureMaxExposure"), 2000.0) << "its Cancel restored the value";
         if (!docked)
             ui.InputSetupModelessHide();
     }
