@@ -101,21 +101,6 @@ int CountGeneral(void*, int code, void*)
 }
 
 int AbortThroughProvider(void* provider) { return static_cast<CZxGenProvider_Low*>(provider)->Command_Abort_WRP(); }
-
-// Polls the camera until the command's progress is `until` (negative: it has
-// ended); false after a generous wait, so a stuck command fails, never hangs.
-bool WaitForProgress(CZxSimCamera& cam, double until)
-{
-    for (int i = 0; i < 1000; ++i) {
-        double progress = 0;
-        CZxStringW text;
-        cam.Command_Status_WRP(L"Calibrate", progress, text);
-        if (until < 0 ? progress < 0 : progress == until)
-            return true;
-        Sleep(10);
-    }
-    return false;
-}
 } // namespace
 
 TEST(AsyncCommand, InButtonModeTheButtonCancelsWhileRunningAndComesBackWhenTheCommandEnds)
@@ -140,7 +125,7 @@ TEST(AsyncCommand, InButtonModeTheButtonCancelsWhileRunningAndComesBackWhenTheCo
     EXPECT_EQ(ItemText(button, 0), L"Cancel");
 
     cam.HoldCommandAt(-1);
-    ASSERT_TRUE(WaitForProgress(cam, -1));
+    ASSERT_TRUE(zxtest::WaitForProgress(cam, L"Calibrate", -1));
     c.UpdateFromGeneric();
     c.UpdateFromGeneric();
     EXPECT_FALSE(c.IsRunning());
@@ -186,7 +171,7 @@ TEST(AsyncCommand, InProgressModeTheWindowFollowsThePollAndItsCancelAbortsTheCam
     ASSERT_TRUE(progress.IsOn());
     EXPECT_FALSE(IsWindowEnabled(dlg.Hwnd())) << "the dialog waits for the command";
     EXPECT_EQ(dlg.Notifications().back(), zxtest::Notification(WM_IS_REFRESH, 0xFFFFFFFF, 0));
-    ASSERT_TRUE(WaitForProgress(cam, 0.456));
+    ASSERT_TRUE(zxtest::WaitForProgress(cam, L"Calibrate", 0.456));
     EXPECT_EQ(c.UpdateFromGeneric(), 0);
     EXPECT_EQ(progress.GetPos(), 46);
 

@@ -1,13 +1,12 @@
 // The simulated camera's contract as a driver: values and sets, settings,
 // formats, commands.
-#include <chrono>
 #include <functional>
 #include <memory>
-#include <thread>
 #include <tuple>
 #include <vector>
 
 #include "sim_camera.h"
+#include "zx_props.h"
 
 namespace {
 
@@ -190,18 +189,7 @@ TEST(SimCameraCommands, AsyncRunsOnItsOwnThreadUntilItsEndOrAnAbortSyncOnesRepor
     ASSERT_EQ(cam.CommandGetDesc_WRP(L"Calibrate", desc), ZX_OK);
     EXPECT_TRUE(desc.m_uiFlags & ZX_COMMAND_ASYNC);
     CZxStringW text;
-    double progress = 0;
-    // Polls until the progress is `until` (or, for a negative one, has ended); a
-    // stuck command fails after a generous wait instead of hanging.
-    auto waitFor = [&](double until) {
-        for (int i = 0; i < 1000; ++i) {
-            EXPECT_EQ(cam.Command_Status_WRP(L"Calibrate", progress, text), ZX_OK);
-            if (until < 0 ? progress < 0 : progress == until)
-                return true;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        return false;
-    };
+    auto waitFor = [&](double until) { return zxtest::WaitForProgress(cam, L"Calibrate", until, &text); };
     cam.SetCommandDuration(50);
     cam.HoldCommandAt(0.5);
     SZxGrabberCommandValue cmd(L"Calibrate");
@@ -218,6 +206,7 @@ TEST(SimCameraCommands, AsyncRunsOnItsOwnThreadUntilItsEndOrAnAbortSyncOnesRepor
     EXPECT_EQ(cam.Command_Abort_WRP(), ZX_OK);
     ASSERT_TRUE(waitFor(-1));
     EXPECT_STREQ(text, L"Aborted");
+    double progress = 0;
     EXPECT_EQ(cam.Command_Status_WRP(L"Nope", progress, text), ZX_E_FAIL);
     // A camera destroyed while its command runs stops the command's thread.
     auto running = std::make_unique<CZxSimCamera>();

@@ -1,7 +1,10 @@
 // One property read or written on a provider in one call (mode 1, the fast set,
-// unless told), and the simulated camera's logged calls of one operation.
+// unless told); the simulated camera's logged calls of one operation and the
+// progress of its running command.
 #pragma once
+#include <chrono>
 #include <string>
+#include <thread>
 #include <vector>
 #include "zxhost/provider.h"
 #include "zxsim/camera.h"
@@ -38,6 +41,25 @@ inline std::wstring LastCall(const CZxSimCamera& cam, const wchar_t* operation)
 {
     const std::vector<std::wstring> lines = Calls(cam, operation);
     return lines.empty() ? std::wstring() : lines.back();
+}
+
+/// Polls command `name` until its progress is `until` (negative: it has ended),
+/// leaving its status text in `*text`; false when the status cannot be read or
+/// after a generous wait, so a stuck command fails, never hangs.
+inline bool WaitForProgress(CZxSimCamera& cam, const wchar_t* name, double until, CZxStringW* text = nullptr)
+{
+    for (int i = 0; i < 1000; ++i) {
+        double progress = 0;
+        CZxStringW status;
+        if (cam.Command_Status_WRP(name, progress, status) != 0)
+            return false;
+        if (text)
+            *text = status;
+        if (until < 0 ? progress < 0 : progress == until)
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return false;
 }
 
 } // namespace zxtest
