@@ -1,6 +1,6 @@
 // The control base on a real dialog over the simulated camera: registration by
-// item window, the window calls behind Enable/Show/UpdateState, the
-// notifications around writes, and the harness's input reaching a control.
+// item window, the window calls behind Enable/Show/UpdateState and the
+// notifications around writes.
 #include <windows.h>
 
 #include "inputsetup_test_resource.h"
@@ -18,23 +18,6 @@ Notification N(UINT msg, WPARAM wParam, const void* lParam)
 {
     return Notification{msg, wParam, reinterpret_cast<LPARAM>(lParam)};
 }
-
-// Remembers every message its hook was given.
-class HookProbe : public CZxISControl {
-public:
-    explicit HookProbe(int id) : CZxISControl(ctValueEditor, btProperty, L"Probe", 1, id, 1) {}
-    bool DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wParam, ZxLParam lParam, ZxLResult* result) override
-    {
-        seen.push_back(Notification{message, wParam, lParam});
-        *result = 0;
-        if (message == WM_CTLCOLORSTATIC) {
-            SetTextColor(reinterpret_cast<HDC>(wParam), RGB(0, 0, 128));
-            *result = reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
-        }
-        return true;
-    }
-    Notes seen;
-};
 } // namespace
 
 TEST(ControlBase, AttachRegistersTheItemWindowOnlyWhenGivenAList)
@@ -132,26 +115,4 @@ TEST(ControlBase, FormatAwareWriteAnnouncesTheNewFormatOnlyWhenTheSensorAreaChan
                             N(WM_IS_PROPERTYCHANGED, 0, nullptr), N(WM_IS_STATECHANGE, 0, &other),
                             N(WM_IS_PROPERTYCHANGED, 0, nullptr), N(WM_IS_STATECHANGE, 0, &plain)}));
     EXPECT_EQ(notes[4].format, after);
-}
-
-TEST(DialogHarness, InputReachesTheControlOrTheItemAsFromWindows)
-{
-    TestDialog dlg(IDD_IS_TEST);
-    HookProbe spin(IDC_IS_SPIN), text(IDC_IS_SCROLL_TEXT);
-    dlg.Attach(spin);
-    dlg.Attach(text);
-    EXPECT_TRUE(dlg.Scroll(IDC_IS_SPIN, SB_THUMBPOSITION, 5)); // an up-down is vertical
-    EXPECT_EQ(spin.seen, (Notes{N(WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 5), dlg.Item(IDC_IS_SPIN))}));
-    EXPECT_FALSE(dlg.Click(IDC_IS_PUSH)) << "unregistered items stay with the dialog";
-
-    HBRUSH brush = nullptr;
-    COLORREF colour = 0;
-    EXPECT_TRUE(dlg.CtlColorStatic(IDC_IS_SCROLL_TEXT, brush, colour));
-    EXPECT_EQ(brush, GetSysColorBrush(COLOR_BTNFACE)) << "the brush itself is the dialog's answer";
-    EXPECT_EQ(colour, RGB(0, 0, 128));
-
-    dlg.Key(IDC_IS_EDIT, 'A'); // through the input queue to the focused item
-    wchar_t typed[8] = {};
-    GetDlgItemTextW(dlg.Hwnd(), IDC_IS_EDIT, typed, 8);
-    EXPECT_STREQ(typed, L"a");
 }
