@@ -50,8 +50,8 @@ inline BayerRow BayerRowOf(int type, uint32_t y)
 
 /// One demosaiced pixel from whichever neighbours lie inside the frame: a
 /// missing pair is replaced by the neighbour that exists, the diagonal mean by
-/// the mean of the existing diagonals. Used for every border pixel (and, by the
-/// reference level, for all pixels).
+/// the mean of the existing diagonals. Used for the first and last pixel of every
+/// row (and, by the reference level, for all pixels).
 template <typename T>
 inline void BayerPixel(const T* src, uint32_t w, uint32_t h, uint32_t x, uint32_t y, const BayerRow& row, T* out)
 {
@@ -78,23 +78,6 @@ inline void BayerPixel(const T* src, uint32_t w, uint32_t h, uint32_t x, uint32_
         out[row.own] = c[x];
         out[1] = T((hm + vm) >> 1);
         out[2 - row.own] = T(dm);
-    }
-}
-
-/// The border of a frame: first and last row whole, first and last pixel of the others.
-template <typename T>
-void BayerBorder(const T* src, T* dst, uint32_t w, uint32_t h, int type)
-{
-    for (uint32_t y = 0; y < h; ++y) {
-        const BayerRow row = BayerRowOf(type, y);
-        T* out = dst + size_t(y) * w * 3;
-        if (y == 0 || y + 1 == h) {
-            for (uint32_t x = 0; x < w; ++x)
-                BayerPixel(src, w, h, x, y, row, out + 3 * size_t(x));
-        } else {
-            BayerPixel(src, w, h, 0, y, row, out);
-            BayerPixel(src, w, h, w - 1, y, row, out + 3 * size_t(w - 1));
-        }
     }
 }
 

@@ -62,7 +62,8 @@ std::vector<uint32_t> Reference(const std::vector<uint32_t>& raw, int64_t w, int
 TEST(Bayer, EveryLevelMatchesThePerPixelRulesOnRandomFrames)
 {
     const uint32_t sizes[][2] = {{2, 2}, {3, 2}, {2, 5}, {4, 4}, {5, 7}, {17, 3}, {18, 6}, {19, 9},
-                                 {33, 4}, {34, 11}, {40, 5}, {66, 3}, {67, 8}, {48, 67}};
+                                 {33, 4}, {34, 11}, {40, 5}, {40, 2}, {66, 3}, {67, 8}, {48, 67},
+                                 {16, 5}, {32, 3}, {8, 4}};
     zxtest::ForEachKernelLevel([&](int) {
         uint32_t seed = 100;
         for (uint32_t bits : {8u, 12u, 16u})
