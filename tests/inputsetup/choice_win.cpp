@@ -6,7 +6,6 @@
 
 #include "choice_test.h"
 
-
 TEST_F(ChoiceControls, ComboShowsTheTranslatedListWritesTheElementAndRefillsOnlyAChangedList)
 {
     CZxISControlCombo combo(L"TriggerMode", ZX_MODE_FAST, IDC_CH_COMBO, 1, true);
@@ -75,48 +74,48 @@ TEST_F(ChoiceControls, OwnFillingIsNotWrittenBackAndARefreshWhileDroppedIsRefuse
     EXPECT_EQ(combo.UpdateFromGeneric(), 0);
 }
 
+namespace {
+// Makes a value combo of class C over property `name` on the test dialog's first combo.
+template <class C>
+std::function<CZxISControlCombo*()> Combo(const wchar_t* name)
+{
+    return [name] { return new C(name, 1, IDC_CH_COMBO, 1, false); };
+}
+} // namespace
+
 TEST_F(ChoiceControls, EachValueComboShowsItsLabelsSelectsTheValueAndWritesItsKindOfValue)
 {
-    using Make = std::function<CZxISControlCombo*()>;
-    auto make = [](auto* p) { return p; };
     const struct {
-        const wchar_t* name;
-        Make control;
+        std::function<CZxISControlCombo*()> control;
         Texts shown;
         int selected;
         int choose;
         const wchar_t* written;
     } cases[] = {
-        {L"PixelClock", [&] { return make(new CZxISControlComboInt32(L"PixelClock", 1, IDC_CH_COMBO, 1, false)); },
-         {L"12", L"24", L"48"}, 1, 2, L"PixelClock=48"},
-        {L"Sharpness", [&] { return make(new CZxISControlComboDouble(L"Sharpness", 1, IDC_CH_COMBO, 1, false)); },
-         {L"0.0", L"0.5", L"1.0", L"2.0"}, 0, 3, L"Sharpness=2.000000"},
-        {L"ReadoutMode",
-         [&] { return make(new CZxISControlComboTextInt32(L"ReadoutMode", 1, IDC_CH_COMBO, 1, false)); },
-         {L"Rauscharm", L"Normal", L"Schnell"}, 2, 0, L"ReadoutMode=0"},
-        {L"Temperature",
-         [&] { return make(new CZxISControlComboTextDouble(L"Temperature", 1, IDC_CH_COMBO, 1, false)); },
+        {Combo<CZxISControlComboInt32>(L"PixelClock"), {L"12", L"24", L"48"}, 1, 2, L"PixelClock=48"},
+        {Combo<CZxISControlComboDouble>(L"Sharpness"), {L"0.0", L"0.5", L"1.0", L"2.0"}, 0, 3, L"Sharpness=2.000000"},
+        {Combo<CZxISControlComboTextInt32>(L"ReadoutMode"), {L"Rauscharm", L"Normal", L"Schnell"}, 2, 0, L"ReadoutMode=0"},
+        {Combo<CZxISControlComboTextDouble>(L"Temperature"),
          {L"-30 \u00b0C", L"-20 \u00b0C", L"-10 \u00b0C", L"0 \u00b0C", L"10 \u00b0C", L"20 \u00b0C"}, 2, 5,
          L"Temperature=20.000000"},
-        {L"LightSource",
-         [&] { return make(new CZxISControlComboTextStringW(L"LightSource", 1, IDC_CH_COMBO, 1, false)); },
-         {L"Leuchtdiode", L"Halogenlampe", L"Tageslicht"}, 0, 2, L"LightSource=\"daylight\""},
-        {L"TriggerMode NT", [&] { return make(new CZxISControlComboNT(L"TriggerMode", 1, IDC_CH_COMBO, 1, false)); },
-         {L"Free Run", L"Software", L"Hardware"}, 0, 1, L"TriggerMode=\"Software\""},
-        {L"TriggerMode ex NT",
-         [&] { return make(new CZxISControlComboExNT(L"TriggerMode", 1, IDC_CH_COMBO, 1, false)); },
-         {L"Free Run", L"Software", L"Hardware"}, 1, 2, L"TriggerMode=\"Hardware\""},
+        {Combo<CZxISControlComboTextStringW>(L"LightSource"), {L"Leuchtdiode", L"Halogenlampe", L"Tageslicht"}, 0, 2,
+         L"LightSource=\"daylight\""},
+        {Combo<CZxISControlComboNT>(L"TriggerMode"), {L"Free Run", L"Software", L"Hardware"}, 0, 1,
+         L"TriggerMode=\"Software\""},
+        {Combo<CZxISControlComboExNT>(L"TriggerMode"), {L"Free Run", L"Software", L"Hardware"}, 1, 2,
+         L"TriggerMode=\"Hardware\""},
     };
     for (const auto& k : cases) {
+        SCOPED_TRACE(k.written);
         std::unique_ptr<CZxISControlCombo> c(k.control());
         dlg.Attach(*c);
-        EXPECT_EQ(c->UpdateFromGeneric(), 0) << k.name;
-        EXPECT_EQ(ComboTexts(dlg.Item(IDC_CH_COMBO)), k.shown) << k.name;
-        EXPECT_EQ(Selection(dlg.Item(IDC_CH_COMBO)), k.selected) << k.name;
-        EXPECT_TRUE(dlg.SelectComboItem(IDC_CH_COMBO, k.choose)) << k.name;
+        EXPECT_EQ(c->UpdateFromGeneric(), 0);
+        EXPECT_EQ(ComboTexts(dlg.Item(IDC_CH_COMBO)), k.shown);
+        EXPECT_EQ(Selection(dlg.Item(IDC_CH_COMBO)), k.selected);
+        EXPECT_TRUE(dlg.SelectComboItem(IDC_CH_COMBO, k.choose));
         EXPECT_EQ(LastCall(dlg.Camera(), L"PropSet_WRP"), std::wstring(L"PropSet_WRP(1, ") + k.written + L")");
         EXPECT_EQ(c->UpdateFromGeneric(), 0);
-        EXPECT_EQ(Selection(dlg.Item(IDC_CH_COMBO)), k.choose) << k.name << ": the camera took the value";
+        EXPECT_EQ(Selection(dlg.Item(IDC_CH_COMBO)), k.choose) << "the camera took the value";
         dlg.List().Remove(c.get());
     }
 }
