@@ -18,32 +18,31 @@ struct Registry {
 
 } // namespace
 
-// The harness records WM_IS_* only; the edit's own notification is seen by a probe window.
+// The numeric dialog with the edit registry up. The harness records WM_IS_* only;
+// the edit's own notification is seen by a probe in front of the dialog's procedure.
 class EditNotifications : public ::testing::Test {
 protected:
+    EditNotifications()
+    {
+        seen.clear();
+        old = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(dlg.Hwnd(), GWLP_WNDPROC, LONG_PTR(&Probe)));
+    }
     static LRESULT CALLBACK Probe(HWND w, UINT msg, WPARAM wParam, LPARAM lParam)
     {
         if (msg == kNotify)
             seen.push_back({wParam, lParam});
         return CallWindowProcW(old, w, msg, wParam, lParam);
     }
-    void Watch(TestDialog& dlg)
-    {
-        seen.clear();
-        old = reinterpret_cast<WNDPROC>(
-            SetWindowLongPtrW(dlg.Hwnd(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Probe)));
-    }
     static std::vector<std::pair<WPARAM, LPARAM>> seen;
     static WNDPROC old;
     Registry registry;
+    TestDialog dlg{IDD_NUM_TEST};
 };
 std::vector<std::pair<WPARAM, LPARAM>> EditNotifications::seen;
 WNDPROC EditNotifications::old = nullptr;
 
 TEST_F(EditNotifications, EnterCommitsTheTypedValueAndNotifiesOnceUntilTheNextChange)
 {
-    TestDialog dlg(IDD_NUM_TEST);
-    Watch(dlg);
     CZxISControlEditDouble gain(L"Gain", 1, IDC_NUM_EDIT, 1, kNotify, false);
     dlg.Attach(gain);
     dlg.List().ReinitAndUpdateMany(~0u);
@@ -66,11 +65,10 @@ TEST_F(EditNotifications, EnterCommitsTheTypedValueAndNotifiesOnceUntilTheNextCh
 TEST_F(EditNotifications, EscapeDropsTheTypedTextAndRestoresTheDriversValueWhenFlagged)
 {
     for (bool restore : {false, true}) {
-        TestDialog dlg(IDD_NUM_TEST);
-        Watch(dlg);
         CZxISControlEditDouble gain(L"Gain", 1, IDC_NUM_EDIT, 1, kNotify, restore);
         dlg.Attach(gain);
         dlg.List().ReinitAndUpdateMany(~0u);
+        seen.clear();
         Type(dlg, IDC_NUM_EDIT, L"7");
         dlg.Key(IDC_NUM_EDIT, VK_ESCAPE);
         dlg.Key(IDC_NUM_EDIT, VK_ESCAPE);
@@ -80,13 +78,12 @@ TEST_F(EditNotifications, EscapeDropsTheTypedTextAndRestoresTheDriversValueWhenF
         EXPECT_DOUBLE_EQ(Value(dlg.Camera(), L"Gain"), 1.0);
         EXPECT_TRUE(dlg.Notifications().empty());
         EXPECT_EQ(seen, (std::vector<std::pair<WPARAM, LPARAM>>{{27, IDC_NUM_EDIT}}));
+        dlg.List().Remove(&gain);
     }
 }
 
 TEST_F(EditNotifications, FocusLossCommitsAPendingTextWithoutTheKeyNotification)
 {
-    TestDialog dlg(IDD_NUM_TEST);
-    Watch(dlg);
     CZxISControlEditInt32 offset(L"Offset", 1, IDC_NUM_EDIT_INT, 1, kNotify, false);
     dlg.Attach(offset);
     dlg.List().ReinitAndUpdateMany(~0u);
@@ -99,7 +96,6 @@ TEST_F(EditNotifications, FocusLossCommitsAPendingTextWithoutTheKeyNotification)
 
 TEST_F(EditNotifications, TypedValuesReachTheDriverUnclampedAndTheEditShowsWhatItKept)
 {
-    TestDialog dlg(IDD_NUM_TEST);
     CZxISControlEditDouble gain(L"Gain", 1, IDC_NUM_EDIT, 1, kNotify, false, 10.0);
     CZxISControlEditInt32 offset(L"Offset", 1, IDC_NUM_EDIT_INT, 1, kNotify, false);
     dlg.Attach(gain);
@@ -126,7 +122,6 @@ TEST_F(EditNotifications, TypedValuesReachTheDriverUnclampedAndTheEditShowsWhatI
 
 TEST_F(EditNotifications, DecimalsAreTheSmallerOfTheStepsAndTheShownValues)
 {
-    TestDialog dlg(IDD_NUM_TEST);
     CZxISControlEditDouble tolerance(L"QuantilPromile", 1, IDC_NUM_EDIT, 1, kNotify, false); // step 0.1
     dlg.Attach(tolerance);
     tolerance.Reinit();
@@ -142,7 +137,6 @@ TEST_F(EditNotifications, DecimalsAreTheSmallerOfTheStepsAndTheShownValues)
 
 TEST_F(EditNotifications, RegistryFindsTheControlOfASubclassedEditUntilDetach)
 {
-    TestDialog dlg(IDD_NUM_TEST);
     HWND edit = dlg.Item(IDC_NUM_EDIT);
     const LONG_PTR original = GetWindowLongPtrW(edit, GWLP_WNDPROC);
     CZxISControlEditDouble gain(L"Gain", 1, IDC_NUM_EDIT, 1, kNotify, false);
@@ -160,7 +154,6 @@ TEST_F(EditNotifications, RegistryFindsTheControlOfASubclassedEditUntilDetach)
 
 TEST_F(EditNotifications, UnusableDefinitionsAreReportedAndLeaveTheEditDisabled)
 {
-    TestDialog dlg(IDD_NUM_TEST);
     OddCamera cam;
     cam.defs[L"StepZero"] = Record(L"RZxRangeDouble", {{L"m_dMin", 0.0}, {L"m_dMax", 1.0}, {L"m_dStep", 0.0}});
     CZxISControlEditDouble edit(L"StepZero", 1, IDC_NUM_EDIT, 1, kNotify, false);
