@@ -90,31 +90,22 @@ struct ParentWindow {
     ~ParentWindow() { DestroyWindow(hwnd); }
 };
 
-// The shared page as an element over `camera`, docked into a window of its own by Create.
-struct DockedPage {
-    explicit DockedPage(CZxSimCamera* camera)
-    {
-        element.ctx = &ctx;
-        element.Init(camera);
-    }
-    ZxHWnd Create() { return element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr, nullptr); }
-    ParentWindow parent;
-    ElementHost element;
-    CZxGrabberGUIElement_Wrapper wrapper{&element};
-    SharedContext ctx{&wrapper, nullptr};
-};
-
 } // namespace
 
 TEST(GUIElement, WithoutHandlerEveryMessageGoesToTheListAndNoWaitCursorStarts)
 {
     CZxSimGrabber grabber(1);
     CZxSimCamera* cam = grabber.Camera(0);
-    DockedPage page(cam);
-    ElementHost& element = page.element;
-    HWND w = reinterpret_cast<HWND>(page.Create());
+    ParentWindow parent;
+    ElementHost element;
+    CZxGrabberGUIElement_Wrapper wrapper(&element);
+    SharedContext ctx{&wrapper, nullptr};
+    element.ctx = &ctx;
+    element.Init(cam);
+    HWND w = reinterpret_cast<HWND>(element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr,
+                                                     nullptr));
     ASSERT_TRUE(w);
-    EXPECT_EQ(GetParent(w), page.parent.hwnd);
+    EXPECT_EQ(GetParent(w), parent.hwnd);
     EXPECT_TRUE(GetWindowLongPtrW(w, GWL_STYLE) & WS_CHILD);
 
     // The host's own messages do nothing without a handler: no wait cursor.
@@ -131,7 +122,7 @@ TEST(GUIElement, WithoutHandlerEveryMessageGoesToTheListAndNoWaitCursorStarts)
     HWND snap = GetDlgItem(w, IDC_ZX_COMMAND1);
     element.IS_ProcessMessage(reinterpret_cast<ZxHWnd>(w), WM_COMMAND, MAKEWPARAM(IDC_ZX_COMMAND1, BN_CLICKED),
                               int64_t(snap), nullptr, &found);
-    EXPECT_EQ(found, page.ctx.snap.get());
+    EXPECT_EQ(found, ctx.snap.get());
     bool executed = false;
     for (const std::wstring& call : cam->CallLog())
         executed |= call.rfind(L"Command_WRP(Snap", 0) == 0;
@@ -142,12 +133,16 @@ TEST(GUIElement, WithoutHandlerEveryMessageGoesToTheListAndNoWaitCursorStarts)
 TEST(GUIElement, EventsArriveWithTheElementsCameraActiveAndTheOldOneBack)
 {
     CZxSimGrabber grabber(3);
-    DockedPage page(grabber.Camera(2));
-    ElementHost& element = page.element;
+    ParentWindow parent;
+    ElementHost element;
+    CZxGrabberGUIElement_Wrapper wrapper(&element);
+    SharedContext ctx{&wrapper, nullptr};
+    element.ctx = &ctx;
+    element.Init(grabber.Camera(2));
     Sink sink;
     sink.grabber = &grabber;
     element.SetHandler(&Handler, &sink);
-    ZxHWnd w = page.Create();
+    ZxHWnd w = element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr, nullptr);
     ASSERT_TRUE(w);
     grabber.SecGrabber_SetActive(1);
 
