@@ -1,6 +1,7 @@
 #include "imaging/histogram_kernels.h"
 
 #include <algorithm>
+#include <bitset>
 #include <cstring>
 #include <vector>
 #if defined(__SSE2__)
@@ -86,39 +87,134 @@ void CountMonoCopies(const T* p, size_t n, uint32_t* c, size_t stride, uint32_t 
 }
 
 // Whole 8-bit frames count pairs of neighbouring samples: the two bytes read
-// as one 16-bit index into a 65536-entry table (256 KiB, held in the
-// second-level cache), one increment per two samples, and the table folds into
-// 256 counts by its rows and columns. Byte order does not matter: both halves
-// of an index are counted. On noise the increments miss the first-level cache
-// and the rate matches one table per sample; on flat and smooth scenes, where
-// few pairs recur, it is about twice as fast. Below this many samples zeroing
-// and folding the table costs more than it saves.
+// as one 16-bit index into a 65536-entry table, one increment per two samples,
+// and the table folds into 256 counts by its rows and columns. Byte order does
+// not matter: both halves of an index are counted. Below this many samples
+// zeroing and folding the tables costs more than it saves.
 constexpr size_t kPairMinSamples = size_t(1) << 18;
 
-void CountPairs(const uint8_t* p, size_t n, uint32_t* pairs, uint32_t* single)
+// Two tables, chosen per stretch of samples. On noise, where a pair rarely
+// recurs, 8-bit counters (64 KiB, mostly in the first-level cache) are fastest;
+// a counter that wraps adds 256 to both of its values. Where few values occur
+// (flat areas, smooth scenes, short patterns) the same counters are hit again
+// and again, and each increment waits for the previous one to the same counter,
+// which the core forwards quickly only for full-width counters: those stretches
+// use 32-bit counters, whose touched part then sits in the first-level cache.
+// The wide table (256 KiB) is only made for a frame that needs it.
+struct PairTables {
+    std::vector<uint8_t> narrow = std::vector<uint8_t>(size_t(1) << 16, 0);
+    std::vector<uint32_t> wide;
+};
+
+constexpr size_t kPairStretch = size_t(1) << 15;  // samples per choice of table
+
+inline uint64_t Load64(const uint8_t* p)
+{
+    uint64_t w;
+    std::memcpy(&w, p, 8);
+    return w;
+}
+
+// Whether the first 128 samples of a stretch hold at most 64 distinct values
+// (noise shows about 100): their pairs then touch at most 16 KiB of the wide table.
+bool FewValues(const uint8_t* p, size_t n)
+{
+    std::bitset<256> seen;
+    for (size_t i = 0; i < std::min<size_t>(n, 128); ++i)
+        seen.set(p[i]);
+    return seen.count() <= 64;
+}
+
+inline bool Rarely(bool c)
+{
+#if defined(__GNUC__)
+    return __builtin_expect(c, 0);
+#else
+    return c;
+#endif
+}
+
+// ++table[k], telling whether the counter wrapped to 0. On x86-64 the increment
+// is one instruction that addresses table + k itself: compilers otherwise form
+// the address in a separate instruction, which costs a fifth of the loop.
+inline bool IncrementWraps(uint8_t* table, size_t k)
+{
+#if defined(__GNUC__) && defined(__x86_64__)
+    bool wrapped;
+    __asm__("addb $1, (%1,%2)" : "=@ccz"(wrapped) : "r"(table), "r"(k) : "memory");
+    return wrapped;
+#else
+    return ++table[k] == 0;
+#endif
+}
+
+// Two streams, the chunk's halves, interleaved: twice the independent
+// increments in flight. The wrap is laid out away from the loop, so the usual
+// increment takes no branch.
+void CountPairsNarrow(const uint8_t* p, size_t n, uint8_t* narrow, uint32_t* single)
+{
+    auto count = [narrow, single](size_t k) {
+        if (Rarely(IncrementWraps(narrow, k))) {
+            single[k & 0xFF] += 256;
+            single[k >> 8] += 256;
+        }
+    };
+    const size_t half = (n / 2) & ~size_t(7);
+    const uint8_t* q = p + half;
+    for (size_t i = 0; i < half; i += 8) {
+        const uint64_t a = Load64(p + i), b = Load64(q + i);
+        count(a & 0xFFFF);
+        count(b & 0xFFFF);
+        count((a >> 16) & 0xFFFF);
+        count((b >> 16) & 0xFFFF);
+        count((a >> 32) & 0xFFFF);
+        count((b >> 32) & 0xFFFF);
+        count(a >> 48);
+        count(b >> 48);
+    }
+    for (size_t i = 2 * half; i < n; ++i)
+        ++single[p[i]];
+}
+
+void CountPairsWide(const uint8_t* p, size_t n, uint32_t* wide, uint32_t* single)
 {
     size_t i = 0;
     for (; i + 8 <= n; i += 8) {
-        uint64_t w;
-        std::memcpy(&w, p + i, 8);
-        ++pairs[w & 0xFFFF];
-        ++pairs[(w >> 16) & 0xFFFF];
-        ++pairs[(w >> 32) & 0xFFFF];
-        ++pairs[w >> 48];
+        const uint64_t w = Load64(p + i);
+        ++wide[w & 0xFFFF];
+        ++wide[(w >> 16) & 0xFFFF];
+        ++wide[(w >> 32) & 0xFFFF];
+        ++wide[w >> 48];
     }
     for (; i < n; ++i)
         ++single[p[i]];
 }
 
-// Adds pair (a, b) = pairs[a + 256 b] to counts a and b.
-void FoldPairs(const uint32_t* pairs, uint32_t* counts)
+void CountPairs(const uint8_t* p, size_t n, PairTables& t, uint32_t* single)
+{
+    for (size_t at = 0; at < n; at += kPairStretch) {
+        const size_t len = std::min(kPairStretch, n - at);
+        if (FewValues(p + at, len)) {
+            if (t.wide.empty())
+                t.wide.assign(size_t(1) << 16, 0);
+            CountPairsWide(p + at, len, t.wide.data(), single);
+        }
+        else
+            CountPairsNarrow(p + at, len, t.narrow.data(), single);
+    }
+}
+
+// Adds pair (a, b) = narrow + wide [a + 256 b] to counts a and b.
+void FoldPairs(const PairTables& t, uint32_t* counts)
 {
     for (uint32_t b = 0; b < 256; ++b) {
-        const uint32_t* row = pairs + 256 * b;
+        const uint8_t* narrow = t.narrow.data() + 256 * b;
+        const uint32_t* wide = t.wide.empty() ? nullptr : t.wide.data() + 256 * b;
         uint32_t rowSum = 0;
         for (uint32_t a = 0; a < 256; ++a) {
-            rowSum += row[a];
-            counts[a] += row[a];
+            const uint32_t c = narrow[a] + (wide ? wide[a] : 0);
+            rowSum += c;
+            counts[a] += c;
         }
         counts[b] += rowSum;
     }
@@ -159,10 +255,10 @@ void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size
     bool counted = false;
     if constexpr (sizeof(T) == 1) {
         if (rawTop == 0xFF && total >= kPairMinSamples) {
-            std::vector<uint32_t> pairs(size_t(1) << 16, 0);
+            PairTables tables;
             for (size_t s = 0; s < count; ++s)
-                CountPairs(data + spans[s].y * rowSamples + spans[s].x0, spans[s].n, pairs.data(), local.data());
-            FoldPairs(pairs.data(), local.data());
+                CountPairs(data + spans[s].y * rowSamples + spans[s].x0, spans[s].n, tables, local.data());
+            FoldPairs(tables, local.data());
             counted = true;
         }
     }
