@@ -168,7 +168,7 @@ TEST(Histogram, HandCases)
 TEST(Histogram, LargeEightBitFramesCountExactlyWhateverTheContent)
 {
     // Large whole 8-bit frames count pairs of samples into narrow or full-width
-    // tables, chosen per stretch of 2^15 samples by its content: noise, a flat
+    // tables, chosen per stretch of 2^16 samples by its content: noise, a flat
     // stretch, noise with a pair recurring every eighth pair (its narrow counter
     // wraps many times) and a two-value pattern follow each other, over an odd
     // sample count that ends inside a stretch.
@@ -176,7 +176,7 @@ TEST(Histogram, LargeEightBitFramesCountExactlyWhateverTheContent)
     auto frame = zxtest::RandomFrame(w, h, 8, 1, 77);
     uint8_t* p = static_cast<uint8_t*>(frame->GetDataPtr());
     for (size_t i = 0; i < size_t(w) * h; ++i) {
-        switch ((i >> 15) % 4) {
+        switch ((i >> 16) % 4) {
         case 1: p[i] = 77; break;
         case 2: if (i % 16 < 2) p[i] = i % 2 ? 9 : 7; break;
         case 3: p[i] = i % 2 ? 3 : 200; break;
