@@ -89,8 +89,8 @@ set style fill solid 0.6 border -1
 set xtics rotate by -35 scale 0
 set grid ytics
 set key top right
-set bmargin 9
-set rmargin 10
+set bmargin 12
+set rmargin 18
 set title 'speed-up against OpenCV, one thread (median, bars: lowest and highest run)'
 set ylabel 'OpenCV time / our time'
 set yrange [0:*]
