@@ -201,23 +201,22 @@ void CountPairs(const uint8_t* p, size_t n, PairTables& t, uint32_t* single)
             if (t.wide.empty())
                 t.wide.assign(size_t(1) << 16, 0);
             CountPairsWide(p + at, len, t.wide.data(), single);
-        }
-        else
+        } else {
             CountPairsNarrow(p + at, len, t.narrow.data(), single);
+        }
     }
 }
 
-// Adds pair (a, b) = narrow + wide [a + 256 b] to counts a and b.
-void FoldPairs(const PairTables& t, uint32_t* counts)
+// Adds pair (a, b) = pairs[a + 256 b] to counts a and b.
+template <typename C>
+void FoldPairs(const C* pairs, uint32_t* counts)
 {
     for (uint32_t b = 0; b < 256; ++b) {
-        const uint8_t* narrow = t.narrow.data() + 256 * b;
-        const uint32_t* wide = t.wide.empty() ? nullptr : t.wide.data() + 256 * b;
+        const C* row = pairs + 256 * b;
         uint32_t rowSum = 0;
         for (uint32_t a = 0; a < 256; ++a) {
-            const uint32_t c = narrow[a] + (wide ? wide[a] : 0);
-            rowSum += c;
-            counts[a] += c;
+            rowSum += row[a];
+            counts[a] += row[a];
         }
         counts[b] += rowSum;
     }
@@ -261,7 +260,9 @@ void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size
             PairTables tables;
             for (size_t s = 0; s < count; ++s)
                 CountPairs(data + spans[s].y * rowSamples + spans[s].x0, spans[s].n, tables, local.data());
-            FoldPairs(tables, local.data());
+            FoldPairs(tables.narrow.data(), local.data());
+            if (!tables.wide.empty())
+                FoldPairs(tables.wide.data(), local.data());
             counted = true;
         }
     }
