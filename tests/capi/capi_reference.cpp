@@ -36,17 +36,11 @@ SZxGrabberProbe* Probe(const ZxcProbe* p, SZxGrabberProbe& out)
     return &out;
 }
 
+// Records in their declared order: a field the C interface maps by name to the
+// wrong member shows as a difference.
 SZxAESetting Setting(const ZxcAESetting& s)
 {
-    SZxAESetting r;
-    r.m_dMaxGain = s.max_gain;
-    r.m_dMaxExposure = s.max_exposure;
-    r.m_dNoiseGain = s.noise_gain;
-    r.m_dNoiseExposure = s.noise_exposure;
-    r.m_dLowTarget = s.low_target;
-    r.m_dMiddleTarget = s.middle_target;
-    r.m_dHighTarget = s.high_target;
-    return r;
+    return {s.max_gain, s.max_exposure, s.noise_gain, s.noise_exposure, s.low_target, s.middle_target, s.high_target};
 }
 
 void Configure(CZxAutoExposure& ae, const ZxcAESetting settings[2], const ZxcAECameraDesc* descs, uint32_t count)
@@ -55,24 +49,11 @@ void Configure(CZxAutoExposure& ae, const ZxcAESetting settings[2], const ZxcAEC
     ae.m_setting2 = Setting(settings[1]);
     for (uint32_t i = 0; i < count; ++i) {
         const ZxcAECameraDesc& c = descs[i];
-        SZxAECameraDesc& d = ae.m_cameraDesc[i];
-        d.m_dMaxComplGain = c.max_compl_gain;
-        d.m_dMaxWhiteBalanceGain = c.max_white_balance_gain;
-        d.m_dMinOffset = c.min_offset;
-        d.m_dMaxOffset = c.max_offset;
-        d.m_dMinBlackOffset = c.min_black_offset;
-        d.m_dMaxBlackOffset = c.max_black_offset;
-        d.m_dMaxFactor = c.max_factor;
-        d.m_dMaxHardWhiteGain = c.max_hard_white_gain;
-        d.m_dMinExposure = c.min_exposure;
-        d.m_dMaxExposure = c.max_exposure;
-        d.m_dExposureKnee = c.exposure_knee;
-        d.m_dExposureStep = c.exposure_step;
-        d.m_dMinLevel = c.min_level;
-        d.m_dMaxLevel = c.max_level;
-        d.m_dSensitivity = c.sensitivity;
-        d.m_dUpperGain = c.upper_gain;
-        d.m_dLowerGain = c.lower_gain;
+        ae.m_cameraDesc[i] = {c.max_compl_gain, c.max_white_balance_gain, c.min_offset,   c.max_offset,
+                              c.min_black_offset, c.max_black_offset,   c.max_factor,   c.max_hard_white_gain,
+                              c.min_exposure,   c.max_exposure,         c.exposure_knee, c.exposure_step,
+                              c.min_level,      c.max_level,            c.sensitivity,  c.upper_gain,
+                              c.lower_gain};
     }
     ae.m_uiCameraDescCount = count;
 }

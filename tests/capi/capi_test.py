@@ -14,7 +14,6 @@ import numpy as np
 ZX_OK, ZX_E_NOTSUPPORTED, ZX_E_FAIL = 0, -2, -9
 RECT, CIRCLE = 1, 2
 MONO, RED, GREEN, BLUE = 0, 1, 2, 3
-AE_EXPOSURE, AE_NOSPLIT, AE_WHITEBALANCE = 0x80, 0x400, 0x2
 
 
 class Frame(C.Structure):
@@ -31,32 +30,6 @@ class HistogramInfo(C.Structure):
                 ('pixel_count', C.c_uint32), ('bin_count', C.c_uint32), ('clipped', C.c_int32)]
 
 
-class Quantile(C.Structure):
-    _fields_ = [('relative', C.c_int32), ('per_mille', C.c_double), ('pixels', C.c_uint32)]
-
-
-class Setting(C.Structure):
-    _fields_ = [(n, C.c_double) for n in ('max_gain', 'max_exposure', 'noise_gain', 'noise_exposure', 'low_target',
-                                          'middle_target', 'high_target')]
-
-
-class CameraDesc(C.Structure):
-    _fields_ = [(n, C.c_double) for n in (
-        'max_compl_gain', 'max_white_balance_gain', 'min_offset', 'max_offset', 'min_black_offset',
-        'max_black_offset', 'max_factor', 'max_hard_white_gain', 'min_exposure', 'max_exposure', 'exposure_knee',
-        'exposure_step', 'min_level', 'max_level', 'sensitivity', 'upper_gain', 'lower_gain')]
-
-
-class AEFrame(C.Structure):
-    _fields_ = ([(n, C.c_double) for n in ('display_gain', 'compl_gain', 'white_balance_r', 'white_balance_g',
-                                           'white_balance_b', 'offset', 'black_offset_r', 'black_offset_g',
-                                           'black_offset_b')] +
-                [('camera_mode', C.c_uint32), ('alt_camera_mode', C.c_uint32)] +
-                [(n, C.c_double) for n in ('factor', 'alt_factor', 'hard_white_r', 'hard_white_g', 'hard_white_b',
-                                           'exposure', 'overflow')] +
-                [('exposure_good', C.c_int32), ('excluded_top_bins', C.c_uint32)])
-
-
 class LutPropsI(C.Structure):
     _fields_ = [('gain', C.c_double), ('offset', C.c_double), ('gamma', C.c_double)]
 
@@ -70,12 +43,6 @@ def load(path):
         'zxc_histogram_compute': [P, C.POINTER(Frame), C.POINTER(Probe)],
         'zxc_histogram_get_info': [P, C.POINTER(HistogramInfo)],
         'zxc_histogram_get_bins': [P, C.c_uint32, C.POINTER(C.c_uint32), C.c_uint32],
-        'zxc_ae_create': [C.POINTER(P)],
-        'zxc_ae_set_quantile': [P, C.POINTER(Quantile)],
-        'zxc_ae_set_setting': [P, C.c_int32, C.POINTER(Setting)],
-        'zxc_ae_set_camera_descs': [P, C.POINTER(CameraDesc), C.c_uint32],
-        'zxc_ae_get_dark': [P, C.POINTER(C.c_int32)],
-        'zxc_ae_compute': [P, C.c_int32, C.c_uint32, C.POINTER(AEFrame), P],
         'zxc_accurate_auto_white': [C.POINTER(Frame), C.POINTER(Probe), C.c_double, C.c_double, C.c_double,
                                     C.POINTER(C.c_double), C.POINTER(C.c_double), C.POINTER(C.c_double),
                                     C.POINTER(C.c_uint32)],
@@ -89,9 +56,8 @@ def load(path):
     for name, args in sigs.items():
         f = getattr(lib, name)
         f.argtypes, f.restype = args, C.c_int
-    for name in ('zxc_histogram_destroy', 'zxc_ae_destroy', 'zxc_mono_lut_destroy'):
+    for name in ('zxc_histogram_destroy', 'zxc_mono_lut_destroy'):
         getattr(lib, name).argtypes, getattr(lib, name).restype = [P], None
-    lib.zxc_ae_frame_init.argtypes, lib.zxc_ae_frame_init.restype = [C.POINTER(AEFrame)], None
     return lib
 
 
@@ -213,78 +179,11 @@ class PixelFunctions(unittest.TestCase):
             self.assertEqual(LIB.zxc_bayer_binning(C.byref(frame(out, 8)), src.ctypes.data, src.nbytes, t, 2), ZX_OK)
             np.testing.assert_array_equal(out, np.stack([blue, green, red], axis=-1), err_msg='type %d' % t)
 
-    def test_demosaic_interior_by_the_neighbour_rules(self):
-        rng = np.random.default_rng(4)
-        v = random_frame(rng, 12, 16, 12).astype(np.int64)
-        # colour of the cell's a, b, c, d per type: 0 blue, 1 green, 2 red (output order)
-        cells = {1: (0, 1, 1, 2), 2: (1, 0, 2, 1), 3: (2, 1, 1, 0), 4: (1, 2, 0, 1)}
-        for t, cell in cells.items():
-            out = np.zeros((12, 16, 3), np.uint16)
-            src = v.astype(np.uint16)
-            self.assertEqual(LIB.zxc_bayer_to_rgb(C.byref(frame(out, 12)), src.ctypes.data, src.nbytes, t), ZX_OK)
-            for y in range(1, 11):
-                for x in range(1, 15):
-                    own = cell[(y % 2) * 2 + x % 2]
-                    horiz = cell[(y % 2) * 2 + (x + 1) % 2]
-                    lr = (v[y, x - 1] + v[y, x + 1]) >> 1
-                    ud = (v[y - 1, x] + v[y + 1, x]) >> 1
-                    diag = (v[y - 1, x - 1] + v[y - 1, x + 1] + v[y + 1, x - 1] + v[y + 1, x + 1]) >> 2
-                    want = [0, 0, 0]
-                    if own == 1:
-                        want[1] = (v[y, x] + diag) >> 1
-                        want[horiz] = lr
-                        want[2 - horiz] = ud
-                    else:
-                        want[own], want[1], want[2 - own] = v[y, x], (lr + ud) >> 1, diag
-                    self.assertEqual(list(out[y, x]), want, 'type %d at %d, %d' % (t, x, y))
+    def test_uniform_raw_frame_demosaics_to_its_value(self):
         flat = np.full((5, 7), 1234, np.uint16)
         out = np.zeros((5, 7, 3), np.uint16)
         LIB.zxc_bayer_to_rgb(C.byref(frame(out, 12)), flat.ctypes.data, flat.nbytes, 2)
         self.assertTrue((out == 1234).all())
-
-
-class WhiteAndExposure(unittest.TestCase):
-    def test_accurate_white_matches_weighted_sums(self):
-        rng = np.random.default_rng(5)
-        a = random_frame(rng, 20, 30, 10, comp=3)
-        offsets = (-0.01, 0.02, 0.0)  # red, green, blue
-        gains = [C.c_double() for _ in range(3)]
-        examined = C.c_uint32()
-        probe = Probe(RECT, 4, 2, 20, 15)
-        self.assertEqual(LIB.zxc_accurate_auto_white(C.byref(frame(a, 10)), C.byref(probe), *offsets,
-                                                     *[C.byref(g) for g in gains], C.byref(examined)), ZX_OK)
-        full = 1023
-        px = a[2:17, 4:24].reshape(-1, 3).astype(np.int64)
-        level = [int(full * o + 0.5) if full * o > 0 else int(full * o - 0.5) for o in offsets]
-        rgb = np.stack([px[:, 2] + level[0], px[:, 1] + level[1], px[:, 0] + level[2]], axis=1)
-        w = np.abs(rgb).sum(axis=1)
-        unsat = (px < full).all(axis=1)
-        chosen = unsat if (~unsat).sum() < unsat.sum() else ~unsat
-        sums = (rgb[chosen] * w[chosen, None]).sum(axis=0).astype(float)
-        self.assertEqual(examined.value, unsat.sum())
-        self.assertEqual([g.value for g in gains], [sums.max() / s for s in sums])
-
-    def test_black_frame_lengthens_exposure(self):
-        ae = C.c_void_p()
-        self.assertEqual(LIB.zxc_ae_create(C.byref(ae)), ZX_OK)
-        self.addCleanup(LIB.zxc_ae_destroy, ae)
-        desc = CameraDesc(max_compl_gain=4, max_factor=8, min_exposure=0.1, max_exposure=1000, exposure_knee=1e9,
-                          min_level=0.02, max_level=0.98, sensitivity=1, upper_gain=8, lower_gain=0.5)
-        self.assertEqual(LIB.zxc_ae_set_camera_descs(ae, C.byref(desc), 1), ZX_OK)
-        self.assertEqual(LIB.zxc_ae_set_setting(ae, 1, C.byref(Setting(4, 1000, 0, 0, 0.6, 0.75, 0.9))), ZX_OK)
-        self.assertEqual(LIB.zxc_ae_set_quantile(ae, C.byref(Quantile(1, 5.0, 0))), ZX_OK)
-        h = C.c_void_p()
-        LIB.zxc_histogram_create(8, 1, 0, C.byref(h))
-        self.addCleanup(LIB.zxc_histogram_destroy, h)
-        black = np.zeros((8, 8), np.uint8)
-        self.assertEqual(LIB.zxc_histogram_compute(h, C.byref(frame(black, 8)), None), ZX_OK)
-        v = AEFrame()
-        LIB.zxc_ae_frame_init(C.byref(v))
-        v.exposure = 10.0
-        self.assertEqual(LIB.zxc_ae_compute(ae, 1, AE_EXPOSURE | AE_NOSPLIT, C.byref(v), h), ZX_OK)
-        dark = C.c_int32()
-        LIB.zxc_ae_get_dark(ae, C.byref(dark))
-        self.assertEqual((v.exposure, dark.value), (320.0, 1))
 
 
 class Refusals(unittest.TestCase):
