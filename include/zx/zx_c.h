@@ -289,9 +289,9 @@ ZX_API int zxc_ae_get_dark(const ZxcAutoExposure* ae, int32_t* dark);
 /// @param frame current values in, new values out
 /// @param hist the histogram of the frame, computed with a pixel counted
 /// @return ZX_OK; ZX_E_FAIL, with the frame unchanged, for a null argument, an
-///         engine without camera modes, a frame mode index not below their count,
-///         a non-finite frame value, or a histogram that counted no pixel or lacks
-///         the buffers of its last frame's kind
+///         engine without camera modes, a frame mode or alternative mode index not
+///         below their count, a non-finite frame value, or a histogram that counted
+///         no pixel or lacks the buffers of its last frame's kind
 ZX_API int zxc_ae_compute(ZxcAutoExposure* ae, int32_t mode, uint32_t flags, ZxcAEFrame* frame,
                           const ZxcHistogram* hist);
 
