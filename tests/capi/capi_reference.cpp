@@ -60,28 +60,10 @@ void Configure(CZxAutoExposure& ae, const ZxcAESetting settings[2], const ZxcAEC
 
 SZxAEFrameDesc FrameIn(const ZxcAEFrame& c)
 {
-    SZxAEFrameDesc f;
-    f.m_dDisplayGain = c.display_gain;
-    f.m_dComplGain = c.compl_gain;
-    f.m_dWhiteBalanceR = c.white_balance_r;
-    f.m_dWhiteBalanceG = c.white_balance_g;
-    f.m_dWhiteBalanceB = c.white_balance_b;
-    f.m_dOffset = c.offset;
-    f.m_dBlackOffsetR = c.black_offset_r;
-    f.m_dBlackOffsetG = c.black_offset_g;
-    f.m_dBlackOffsetB = c.black_offset_b;
-    f.m_uiCameraMode = c.camera_mode;
-    f.m_uiAltCameraMode = c.alt_camera_mode;
-    f.m_dFactor = c.factor;
-    f.m_dAltFactor = c.alt_factor;
-    f.m_dHardWhiteR = c.hard_white_r;
-    f.m_dHardWhiteG = c.hard_white_g;
-    f.m_dHardWhiteB = c.hard_white_b;
-    f.m_dExposure = c.exposure;
-    f.m_dOverflow = c.overflow;
-    f.m_bExposureGood = c.exposure_good != 0;
-    f.m_uiExcludedTopBins = c.excluded_top_bins;
-    return f;
+    return {c.display_gain,   c.compl_gain,     c.white_balance_r, c.white_balance_g, c.white_balance_b,
+            c.offset,         c.black_offset_r, c.black_offset_g,  c.black_offset_b,  c.camera_mode,
+            c.alt_camera_mode, c.factor,        c.alt_factor,      c.hard_white_r,    c.hard_white_g,
+            c.hard_white_b,   c.exposure,       c.overflow,        c.exposure_good != 0, c.excluded_top_bins};
 }
 
 void FrameOut(const SZxAEFrameDesc& f, ZxcAEFrame& c)
@@ -167,10 +149,7 @@ void ref_ae_convert(const ZxcAESetting settings[2], const ZxcAECameraDesc* descs
 void ref_mono_lut(int max_bits, const ZxcLutPropsI* props, int bits, int quantitative, ZxcFrame* frame)
 {
     CZxBaseMonoLUT lut(max_bits);
-    SZxBasePropsI p;
-    p.dGain = props->gain;
-    p.dOffset = props->offset;
-    p.dGamma = props->gamma;
+    const SZxBasePropsI p{props->gain, props->offset, props->gamma};
     if (quantitative)
         lut.UpdateQuantitativeLUT(p, bits);
     else
@@ -182,23 +161,10 @@ void ref_mono_lut(int max_bits, const ZxcLutPropsI* props, int bits, int quantit
 void ref_lut(int max_bits, const ZxcLutProps* props, int mono, int bits, ZxcFrame* frame)
 {
     CZxBaseLUT lut(max_bits);
-    SZxBaseProps p;
-    p.dGain = props->gain;
-    p.dOffset = props->offset;
-    p.dGamma = props->gamma;
-    p.dGainR = props->gain_r;
-    p.dGainG = props->gain_g;
-    p.dGainB = props->gain_b;
-    p.dOffsetR = props->offset_r;
-    p.dOffsetG = props->offset_g;
-    p.dOffsetB = props->offset_b;
-    p.dGammaR = props->gamma_r;
-    p.dGammaG = props->gamma_g;
-    p.dGammaB = props->gamma_b;
-    p.dWeightR = props->weight_r;
-    p.dWeightG = props->weight_g;
-    p.dWeightB = props->weight_b;
-    p.dSaturation = props->saturation;
+    const SZxBaseProps p{props->gain,     props->offset,   props->gamma,    props->gain_r,   props->gain_g,
+                         props->gain_b,   props->offset_r, props->offset_g, props->offset_b, props->gamma_r,
+                         props->gamma_g,  props->gamma_b,  props->weight_r, props->weight_g, props->weight_b,
+                         props->saturation};
     lut.UpdateLUT(p, mono != 0, bits);
     SZxPicBuf pb = PicBuf(frame);
     lut.ApplyLUT(&pb);
