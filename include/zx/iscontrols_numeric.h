@@ -26,7 +26,9 @@ ZX_API CZxStringW ZX_ExposureMsToText(double ms);
 #define ZX_ISCOLOR_NONE 0xFF000000u
 
 /// A double property on a horizontal scroll bar with a text item showing the
-/// value; position p stands for min + p * step.
+/// value; position p stands for min + p * step, at most max: a maximum off the
+/// step grid (0 .. 9 in steps of 5) is the last position's value, so no position
+/// writes above it. The integer scroll, the track bar and the spins do the same.
 class ZX_API CZxISControlScrollDouble : public CZxISControl {
 public:
     CZxISControlScrollDouble(const wchar_t* name, uint32_t mode, int32_t scrollId, int32_t textId,
