@@ -347,7 +347,8 @@ public:
 
     /// Shows a value and clears the pending mark.
     virtual int32_t SetEditValue(int32_t value);
-    /// The typed value; -9 when the text is no number.
+    /// The typed value: the text's leading number as wcstod reads it ("12 ms" gives
+    /// 12), rounded; -9 when the text starts with no number (or an infinite one).
     virtual int32_t GetEditValue(int32_t& value);
 
 };
@@ -366,7 +367,9 @@ public:
 
     /// Shows a value and clears the pending mark.
     virtual int32_t SetEditValue(double value);
-    /// The typed value divided by the scale; -9 when the text is no number.
+    /// The typed value divided by the scale: the text's leading number as wcstod
+    /// reads it ("0.5 %" gives 0.5); -9 when the text starts with no number (or an
+    /// infinite or NaN one), so nothing is written for "abc".
     virtual int32_t GetEditValue(double& value);
 
     double GetScale() const { return m_dScale; }
