@@ -354,7 +354,9 @@ public:
 };
 
 /// A double property typed into an edit, shown as value * scale with the smaller
-/// of the step's decimals and the shown value's own.
+/// of the step's decimals and the shown value's own; the step counts as shown
+/// (step * |scale|), so a per-mille property shown as percent (scale 0.1, step
+/// 0.1) shows two decimals.
 class ZX_API CZxISControlEditDouble : public CZxISControlEditBase {
 public:
     CZxISControlEditDouble(const wchar_t* name, uint32_t mode, int32_t id, uint32_t groupMask,

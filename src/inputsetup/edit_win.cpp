@@ -332,7 +332,8 @@ int32_t CZxISControlEditDouble::Reinit()
             return ZX_E_FAIL;
         }
         m_dStep = step;
-        m_iDecimals = ZX_DecimalsFromStep(step);
+        // The step as the edit shows it: a scale of 0.1 turns 0.1 per mille into 0.01 %.
+        m_iDecimals = ZX_DecimalsFromStep(step * std::fabs(m_dScale));
     }
     EnableWindow(H(GetItem()), m_bEnabled);
     return ZX_OK;
