@@ -8,6 +8,7 @@
 #include "zx/iscontrols_editexposure.h"
 #include "zx/iscontrols_numeric.h"
 #include "zx/property.h"
+#include "zxhost/alignwnd.h"
 
 namespace {
 // The set in use: the dialog follows the camera's fast/quality switch.
@@ -176,6 +177,7 @@ bool CZxGrabberAdvancedSetupUI::DlgProcVirtual(HWND hwnd, UINT msg, WPARAM wPara
         m_controls.Clear();
         AttachControls(g_timeBased ? 1 : 0);
         ShowRelative(m_old.m_bQuantilRelative);
+        ZX_AlignWnd(hwnd, GetWindow(hwnd, GW_OWNER), kCentred, ZX_ALIGN_KEEP_ON_SCREEN);
         *result = TRUE;
         return true;
     }

@@ -182,3 +182,22 @@ TEST(AdvancedSetup, MaximumExposureSetInTheDialogMovesWhereAutoExposureSettles)
     EXPECT_LE(limited, 5.0 + 1e-9);
     EXPECT_GT(limited, 4.0);
 }
+
+// Measured on window rectangles by zxtest::CentredOnOwner: wholly inside the work
+// area of the owner's monitor, and centred over the owner within a pixel on each
+// axis unless that would cross the work area's edge, where it touches the edge.
+// The owners: one off the monitor's centre, one hanging over its corner.
+TEST(AdvancedSetup, OpensCentredOverItsOwnerAndWhollyOnItsMonitor)
+{
+    CZxSimCamera cam;
+    for (int place : {0, 1}) {
+        zxtest::OwnerWindow owner(place);
+        CZxGrabberAdvancedSetupUI ui(&cam);
+        EXPECT_EQ(zxtest::DriveModal([&] { return ui.CreateUI(reinterpret_cast<ZxHWnd>(owner.Hwnd())); },
+                                     [&](HWND dlg) {
+                                         EXPECT_TRUE(zxtest::CentredOnOwner(dlg, owner.Hwnd())) << place;
+                                         zxtest::ClickButton(dlg, IDOK);
+                                     }),
+                  1);
+    }
+}
