@@ -270,7 +270,7 @@ void AddTooltips(HWND dlg)
     const CZxStringW rotate = Tr(L"Rotate", kSource), flip = Tr(L"Flip", kSource);
     for (int id = IDC_SEL_ROTATE_LEFT; id <= IDC_SEL_FLIP_NONE; ++id) {
         TOOLINFOW ti{};
-        ti.cbSize = sizeof(ti);
+        ti.cbSize = TTTOOLINFOW_V2_SIZE;   // version-5 common controls refuse the full size
         ti.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
         ti.hwnd = dlg;
         ti.uId = reinterpret_cast<UINT_PTR>(GetDlgItem(dlg, id));
