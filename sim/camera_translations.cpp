@@ -1,6 +1,7 @@
 // The simulated camera's translation table: a German dialog, so that tests and
 // screenshots can tell translated labels from untranslated ones.
 #include <cwchar>
+#include <string>
 
 #include "camera_internal.h"
 
@@ -26,5 +27,20 @@ CZxStringW CZxSimCamera::Translate(const wchar_t* text, const wchar_t*)
     for (const auto& e : kTable)
         if (std::wcscmp(e.from, text) == 0)
             return e.to;
+    // A plain decimal number is written with a decimal comma.
+    const wchar_t* p = text + (*text == L'-');
+    const wchar_t* digits = p;
+    while (*p >= L'0' && *p <= L'9')
+        ++p;
+    if (p > digits && *p == L'.' && p[1] >= L'0' && p[1] <= L'9') {
+        const wchar_t* q = p + 1;
+        while (*q >= L'0' && *q <= L'9')
+            ++q;
+        if (*q == 0) {
+            std::wstring german(text);
+            german[size_t(p - text)] = L',';
+            return german;
+        }
+    }
     return text;
 }

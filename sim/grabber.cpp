@@ -114,12 +114,17 @@ int CZxSimGrabber::DriverCameraNext_UNI_WRP(const SZxGrabberHWUnit& unit, SZxGra
     SUnit* u = FindUnit(unit.m_wszName);
     if (!u)
         return ZX_E_FAIL;
+    // The next after the given camera, found by its name and display name, so
+    // cameras that share a name (a driver may list one twice) are all listed.
     size_t next = 0;
     if (camera.m_wszName[0]) {
         next = u->cameras.size();
         for (size_t i = 0; i < u->cameras.size(); ++i)
-            if (std::wcscmp(u->cameras[i].m_wszName, camera.m_wszName) == 0)
+            if (std::wcscmp(u->cameras[i].m_wszName, camera.m_wszName) == 0 &&
+                std::wcscmp(u->cameras[i].m_wszDisplayName, camera.m_wszDisplayName) == 0) {
                 next = i + 1;
+                break;
+            }
     }
     if (next >= u->cameras.size())
         return 1;

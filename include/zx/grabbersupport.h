@@ -24,6 +24,11 @@ enum : UINT {
 /// -9 any other failure (no grabber, no element, another end of the dialog).
 class ZX_API CZxGrabberSupport {
 public:
+    /// OK, and the element's answers 1 to 4, end the dialog accepted (0); its -2
+    /// outside OK and Cancel end it cancelled (-8). The user-defined row first
+    /// offers the grabber's connection dialog; when the user declines it, or
+    /// presses OK with no row selected, `unit` keeps the unit it held (the caller
+    /// goes on with its unit rather than seeing a failure).
     static int HWUnitSelect(HWND parent, CZxGenericProviderGrabber* grabber, SZxGrabberHWUnit& unit, bool flag);
     /// `camera` is first set to the current camera's name and holds the choice on 0.
     static int CameraSelect(HWND parent, CZxGenericProviderGrabber* grabber, CZxStringW& camera);
@@ -86,7 +91,9 @@ protected:
 };
 
 /// The generic camera chooser: a child dialog ("SHOW_CAMERAS") listing the
-/// cameras of one unit (at most 15); the choice is a camera name.
+/// cameras of one unit (at most 15); the choice is a camera name. The caller's
+/// camera is pre-selected on the last row of that name: names are identities,
+/// so rows of one name are the same choice.
 class ZX_API CZxCameraSelectionUI : public CZxGUIControlElement {
 public:
     enum { MAX_CAMERAS = 15 };

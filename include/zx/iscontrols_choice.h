@@ -36,8 +36,9 @@ public:
     CZxISControlCombo(const wchar_t* name, uint32_t mode, int32_t comboId, uint32_t groupMask, bool fixedMode);
 
     int32_t ChangeMode(uint32_t mode) override;
-    /// Refills the combo only when its texts differ from the translated list; the
-    /// selection is left as it is.
+    /// Refills the combo only when its texts differ from the translated list. An
+    /// unchanged combo keeps its selection; a refilled one selects the entry of the
+    /// driver's current value, or none when no entry holds it.
     int32_t Reinit() override;
     int32_t UpdateFromGeneric() override;
     /// Writes the default, then shows it as UpdateFromGeneric does.
@@ -72,8 +73,9 @@ protected:
 
     /// Reads the definition and its entries; -9 (with an assertion) for a bad list.
     int32_t _ReadEntries(CZxISChoiceEntries& entries);
-    /// Fills the combo with the translated labels unless it already shows them.
-    void _Fill(const CZxISChoiceEntries& entries, bool onlyWhenDifferent);
+    /// Fills the combo with the translated labels unless it already shows them;
+    /// true when it refilled the combo (which empties its selection).
+    bool _Fill(const CZxISChoiceEntries& entries, bool onlyWhenDifferent);
     /// Fills, then selects the entry of `value`.
     int32_t _Show(const CZxVariant& value);
 };
@@ -118,8 +120,9 @@ protected:
     int32_t _FindEntry(const CZxISChoiceEntries& entries, const CZxVariant& value) override;
 };
 
-/// A combo over a list of doubles, each shown as "%.1f"; the current value is
-/// found by that text.
+/// A combo over a list of doubles, each shown as "%.1f" (translated like every
+/// label); the current value is the first entry whose untranslated "%.1f" text is
+/// the value's, so a translation that writes numbers otherwise still finds it.
 class ZX_API CZxISControlComboDouble : public CZxISControlCombo {
 public:
     CZxISControlComboDouble(const wchar_t* name, uint32_t mode, int32_t comboId, uint32_t groupMask,

@@ -26,7 +26,9 @@ ZX_API CZxStringW ZX_ExposureMsToText(double ms);
 #define ZX_ISCOLOR_NONE 0xFF000000u
 
 /// A double property on a horizontal scroll bar with a text item showing the
-/// value; position p stands for min + p * step.
+/// value; position p stands for min + p * step, at most max: a maximum off the
+/// step grid (0 .. 9 in steps of 5) is the last position's value, so no position
+/// writes above it. The integer scroll, the track bar and the spins do the same.
 class ZX_API CZxISControlScrollDouble : public CZxISControl {
 public:
     CZxISControlScrollDouble(const wchar_t* name, uint32_t mode, int32_t scrollId, int32_t textId,
@@ -345,13 +347,16 @@ public:
 
     /// Shows a value and clears the pending mark.
     virtual int32_t SetEditValue(int32_t value);
-    /// The typed value; -9 when the text is no number.
+    /// The typed value: the text's leading number as wcstod reads it ("12 ms" gives
+    /// 12), rounded; -9 when the text starts with no number (or an infinite one).
     virtual int32_t GetEditValue(int32_t& value);
 
 };
 
 /// A double property typed into an edit, shown as value * scale with the smaller
-/// of the step's decimals and the shown value's own.
+/// of the step's decimals and the shown value's own; the step counts as shown
+/// (step * |scale|), so a per-mille property shown as percent (scale 0.1, step
+/// 0.1) shows two decimals.
 class ZX_API CZxISControlEditDouble : public CZxISControlEditBase {
 public:
     CZxISControlEditDouble(const wchar_t* name, uint32_t mode, int32_t id, uint32_t groupMask,
@@ -364,7 +369,9 @@ public:
 
     /// Shows a value and clears the pending mark.
     virtual int32_t SetEditValue(double value);
-    /// The typed value divided by the scale; -9 when the text is no number.
+    /// The typed value divided by the scale: the text's leading number as wcstod
+    /// reads it ("0.5 %" gives 0.5); -9 when the text starts with no number (or an
+    /// infinite or NaN one), so nothing is written for "abc".
     virtual int32_t GetEditValue(double& value);
 
     double GetScale() const { return m_dScale; }

@@ -25,9 +25,9 @@ bool ZX_AlignWnd(HWND wnd, HWND reference, UINT code, UINT flags)
     default: break;
     }
     switch ((code >> 2) & 3) {
-    case 1: y = ref.top + (ref.bottom - ref.top - h) / 2; break;
     case 2: y = ref.bottom - h; break;
-    default: break;
+    case 3: break;   // top
+    default: y = ref.top + (ref.bottom - ref.top - h) / 2; break;
     }
     if (flags & ZX_ALIGN_KEEP_ON_SCREEN) {
         if (x + w > mi.rcWork.right)

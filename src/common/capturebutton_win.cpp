@@ -6,6 +6,7 @@
 
 #include "langdialog_win.h"
 #include "zx/capturebutton.h"
+#include "zxhost/alignwnd.h"
 #include "zx/selectionids.h"
 #include "zx/status.h"
 #include "zxhost/grabber.h"
@@ -178,6 +179,8 @@ INT_PTR CALLBACK CaptureButtonProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lPa
         }
         SetWindowLongPtrW(dlg, GWLP_USERDATA, lParam);
         Init(dlg, *reinterpret_cast<SZxCaptureButtonDlgParams*>(lParam));
+        // Over the owner, not in the middle of its monitor (where the template's DS_CENTER puts it).
+        ZX_AlignWnd(dlg, GetWindow(dlg, GW_OWNER), 6, ZX_ALIGN_KEEP_ON_SCREEN);
         return TRUE;
     case WM_COMMAND:
         if (LOWORD(wParam) == IDOK && p) {

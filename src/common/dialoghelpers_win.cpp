@@ -68,7 +68,7 @@ INT_PTR CALLBACK NewSettingProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam
         SendMessageW(edit, EM_SETSEL, 0, -1);
         SetPropW(edit, kOldProc, reinterpret_cast<HANDLE>(GetWindowLongPtrW(edit, GWLP_WNDPROC)));
         SetWindowLongPtrW(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&EditProc));
-        ZX_AlignWnd(dlg, GetParent(dlg), 2, 0);
+        ZX_AlignWnd(dlg, GetParent(dlg), 2, ZX_ALIGN_KEEP_ON_SCREEN);
         SetFocus(edit);
         return FALSE;   // the focus is set
     }

@@ -53,14 +53,16 @@ void FillDisplay(uint16_t* t, int bits, double gain, double offset, double gamma
         t[i] = Round(Shape(DisplayX(i, M, gain, offset), gamma, M), M);
 }
 
-// A colour weight as the pair tables use it. At |w| = 8191 a level one step from
-// the luminance already moves the output by the weight, so stronger weights show
-// nothing more; the limit keeps L * a and L * b (L <= 65535) within 2^29, so the
-// entries convert to 32 bits and three of them add without overflow. A NaN
-// weight mixes nothing.
-double PairWeight(double w)
+// A colour weight as the pair tables of M = 2^bits - 1 use it. Entries are L * a
+// and L * b with L <= M, |a| and |b| below |w| + 1, held in 32 bits: up to
+// floor((2^31 - 1) / M) - 1 every entry fits (8421503 for 8 bits, 32767 for 16),
+// so the mix is exactly the formula's; the kernels add three entries in 64 bits.
+// A stronger weight cannot be held; it acts as that limit, where the mix is all
+// or nothing but for levels within a few steps of the luminance. A NaN weight
+// mixes nothing.
+double PairWeight(double w, int M)
 {
-    const double limit = 8191.0;
+    const double limit = std::floor(2147483647.0 / M) - 1.0;
     if (std::isnan(w))
         return 1.0;
     return std::max(-limit, std::min(w, limit));
@@ -326,7 +328,7 @@ void CZxBaseLUT::UpdateLUT(const SZxBaseProps& p, bool mono, int bits)
     const double lum[3] = {0.299, 0.587, 0.114};
     int32_t* pairs[3] = {m_pPairRed, m_pPairGreen, m_pPairBlue};
     for (int c = 0; c < 3; ++c) {
-        const double w = PairWeight(g[9 + c]);
+        const double w = PairWeight(g[9 + c], M);
         const double a = w + (1 - w) * lum[c];
         const double b = (1 - w) * lum[c];
         for (int i = 0; i <= M; ++i) {

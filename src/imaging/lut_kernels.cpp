@@ -31,12 +31,13 @@ void PairRef(T* p, size_t n, const int32_t* const pairs[3], uint32_t last, int32
         const int32_t* e[3];
         for (int c = 0; c < 3; ++c)
             e[c] = pairs[c] + 2 * size_t(std::min<uint32_t>(p[c], last));
+        // Three entries of up to 2^31 each: the sum needs 64 bits.
         for (int c = 0; c < 3; ++c) {
-            int32_t v = e[c][0];
+            int64_t v = e[c][0];
             for (int o = 0; o < 3; ++o)
                 if (o != c)
                     v += e[o][1];
-            p[c] = T(std::clamp<int32_t>(v, 0, maxOut));
+            p[c] = T(std::clamp<int64_t>(v, 0, maxOut));
         }
     }
 }
@@ -122,9 +123,9 @@ void PairFast(T* p, size_t n, const int32_t* const pairs[3], uint32_t last, int3
         const int32_t* b = pb + 2 * size_t(std::min<uint32_t>(p[0], last));
         const int32_t* g = pg + 2 * size_t(std::min<uint32_t>(p[1], last));
         const int32_t* r = pr + 2 * size_t(std::min<uint32_t>(p[2], last));
-        p[0] = T(std::clamp<int32_t>(b[0] + g[1] + r[1], 0, maxOut));
-        p[1] = T(std::clamp<int32_t>(g[0] + r[1] + b[1], 0, maxOut));
-        p[2] = T(std::clamp<int32_t>(r[0] + g[1] + b[1], 0, maxOut));
+        p[0] = T(std::clamp<int64_t>(int64_t(b[0]) + g[1] + r[1], 0, maxOut));
+        p[1] = T(std::clamp<int64_t>(int64_t(g[0]) + r[1] + b[1], 0, maxOut));
+        p[2] = T(std::clamp<int64_t>(int64_t(r[0]) + g[1] + b[1], 0, maxOut));
     }
 }
 

@@ -113,11 +113,11 @@ int32_t CZxISControlCombo::_ReadEntries(CZxISChoiceEntries& entries)
     return ZX_OK;
 }
 
-void CZxISControlCombo::_Fill(const CZxISChoiceEntries& entries, bool onlyWhenDifferent)
+bool CZxISControlCombo::_Fill(const CZxISChoiceEntries& entries, bool onlyWhenDifferent)
 {
     HWND combo = H(GetItem());
     if (!combo)
-        return;
+        return false;
     std::vector<CZxStringW> labels;
     for (const auto& e : entries)
         labels.push_back(GetTranslation(e.m_wstrLabel, kSource));
@@ -127,7 +127,7 @@ void CZxISControlCombo::_Fill(const CZxISChoiceEntries& entries, bool onlyWhenDi
             same = ItemText(combo, static_cast<int>(i)) == labels[i] &&
                    SendMessageW(combo, CB_GETITEMDATA, i, 0) == _ItemData(entries[static_cast<int>(i)]);
         if (same)
-            return;   // nothing to do, and no flicker
+            return false;   // nothing to do, and no flicker
     }
     SendMessageW(combo, WM_SETREDRAW, FALSE, 0);
     SendMessageW(combo, CB_RESETCONTENT, 0, 0);
@@ -138,20 +138,24 @@ void CZxISControlCombo::_Fill(const CZxISChoiceEntries& entries, bool onlyWhenDi
     }
     SendMessageW(combo, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(combo, nullptr, TRUE);
+    return true;
 }
 
 int32_t CZxISControlCombo::Reinit()
 {
     CZxISChoiceEntries entries;
     const int32_t rc = _ReadEntries(entries);
-    HWND combo = H(GetItem());
-    // A refill loses the selection; the index shown before stays shown.
-    const int32_t sel = Selection(combo);
     const bool wasUpdating = m_bUpdating;
     m_bUpdating = true;
-    _Fill(entries, true);
-    if (combo && sel != Selection(combo))
-        SendMessageW(combo, CB_SETCURSEL, sel < entries.GetSize() ? sel : -1, 0);
+    // A refill empties the combo, and the old index may now name another element:
+    // the driver's value is looked up in the new list (no selection when it is in none).
+    if (_Fill(entries, true)) {
+        SZxGrabberPropertyValue value(m_wstrName);
+        const int32_t index =
+            rc == ZX_OK && _GetPropValue(value) == ZX_OK ? _FindEntry(entries, value.m_varValue) : -1;
+        SendMessageW(H(GetItem()), CB_SETCURSEL, index, 0);
+        _SelectionShown(index);
+    }
     m_bUpdating = wasUpdating;
     return rc;
 }
@@ -345,15 +349,18 @@ bool CZxISControlComboDouble::_Entry(const CZxVariant& element, SZxISChoiceEntry
     return true;
 }
 
-int32_t CZxISControlComboDouble::_FindEntry(const CZxISChoiceEntries&, const CZxVariant& value)
+int32_t CZxISControlComboDouble::_FindEntry(const CZxISChoiceEntries& entries, const CZxVariant& value)
 {
     const auto kind = value.GetKind();
     if (kind != CZxVariant::EKind::Double && kind != CZxVariant::EKind::Int32)
         return -1;
+    // By the untranslated "%.1f" text of each entry, not by the combo's items: a
+    // translation may write the numbers differently (a decimal comma).
     const CZxStringW text = CZxStringW::Formatted(L"%.1f", value.GetDouble());
-    const LRESULT at = SendMessageW(H(GetItem()), CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                    reinterpret_cast<LPARAM>(text.GetString()));
-    return at == CB_ERR ? -1 : static_cast<int32_t>(at);
+    for (int i = 0; i < entries.GetSize(); ++i)
+        if (entries[i].m_wstrLabel == text)
+            return i;
+    return -1;
 }
 
 // ---- Combos over records -------------------------------------------------------------

@@ -93,7 +93,10 @@ int32_t CZxISControlComboFormat::UpdateFromGeneric()
     int32_t index = 0;
     while (index < m_pFormats->GetSize() && (*m_pFormats)[index].m_wstrName != current.m_wstrName)
         ++index;
-    // Not kept (filtered, or past the limit): one past the last entry, no selection.
+    // Not kept (filtered, or past the limit): no selection. Said as -1: an index
+    // past the end clears the selection on Windows but keeps it under Wine.
+    if (index >= m_pFormats->GetSize())
+        index = -1;
     HWND combo = H(GetItem());
     if (SendMessageW(combo, CB_GETCURSEL, 0, 0) != index)
         SendMessageW(combo, CB_SETCURSEL, index, 0);

@@ -153,7 +153,8 @@ bool CZxISControlPushCommandAsync::DlgProcHook(ZxHWnd dialog, uint32_t message, 
             // The callback asks the driver to stop; the poll then closes the window.
             if (m_pfnCancel)
                 m_ProgressDialog.RegisterCancelCallback(m_pfnCancel, m_pProvider);
-            m_ProgressDialog.Show(dialog, m_pfnCancel != nullptr, GetTranslation(L"Progress", kSource),
+            // The library's own texts: looked up in its context, not in the driver's module.
+            m_ProgressDialog.Show(dialog, m_pfnCancel != nullptr, ZX_GetTranslation(L"Progress", L"inputsetupcontrols"),
                                   CZxProgressDialog::ZX_PROGRESS_CENTER | CZxProgressDialog::ZX_PROGRESS_PERCENT);
         }
         NotifyDialog(WM_IS_REFRESH, 0xFFFFFFFF, 0);
@@ -163,7 +164,7 @@ bool CZxISControlPushCommandAsync::DlgProcHook(ZxHWnd dialog, uint32_t message, 
         Finish();
     } else {
         m_bRunning = true;
-        SetWindowTextW(H(GetItem()), GetTranslation(L"Cancel", kSource));
+        SetWindowTextW(H(GetItem()), ZX_GetTranslation(L"Cancel", L"inputsetupcontrols"));
         if (m_pProvider)
             m_pProvider->Command_WRP(m_CommandValue, true, nullptr, false, nullptr);
     }

@@ -40,18 +40,16 @@ struct Locked {
 
 LRESULT CALLBACK EditHook(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
 
-// The typed text as a number: the whole text (blanks around it allowed) must be one.
+// The typed text as a number: its leading number, as wcstod reads it ("12 ms" is
+// 12). A text without one, or an infinite or NaN one, is refused: writing 0 for
+// "abc" would change the driver's value behind the user's back.
 bool ParseNumber(HWND edit, double& value)
 {
     wchar_t text[65] = {};
     GetWindowTextW(edit, text, 65);
     wchar_t* end = nullptr;
     value = std::wcstod(text, &end);
-    if (end == text)
-        return false;
-    while (*end == L' ' || *end == L'\t')
-        ++end;
-    return *end == 0 && std::isfinite(value);
+    return end != text && std::isfinite(value);
 }
 } // namespace
 
@@ -334,7 +332,8 @@ int32_t CZxISControlEditDouble::Reinit()
             return ZX_E_FAIL;
         }
         m_dStep = step;
-        m_iDecimals = ZX_DecimalsFromStep(step);
+        // The step as the edit shows it: a scale of 0.1 turns 0.1 per mille into 0.01 %.
+        m_iDecimals = ZX_DecimalsFromStep(step * std::fabs(m_dScale));
     }
     EnableWindow(H(GetItem()), m_bEnabled);
     return ZX_OK;

@@ -146,13 +146,22 @@ CZxStringW ItemText(HWND combo, int index)
     return CZxStringW(buf.data());
 }
 
+// An index for CB_SETCURSEL: within the combo's items, else -1 (no selection).
+// An index past the end clears the selection on Windows but keeps it under Wine,
+// so it is never sent.
+int InCombo(HWND combo, int index)
+{
+    const LRESULT count = SendMessageW(combo, CB_GETCOUNT, 0, 0);
+    return index >= 0 && count != CB_ERR && index < count ? index : -1;
+}
+
 // Index of the value nearest to `value`: the first of equal distances wins, and
-// index 0 when nothing is nearer than 1 000 000.
+// index 0 when nothing is nearer than 1 000 000, -1 for no values.
 template <class ValueAt>
 int NearestIndex(int count, double value, ValueAt valueAt)
 {
     double best = 1000000.0;
-    int index = 0;
+    int index = count > 0 ? 0 : -1;
     for (int i = 0; i < count; ++i) {
         const double d = std::fabs(valueAt(i) - value);
         if (d < best) {
@@ -507,7 +516,7 @@ void CZxISControlComboFreeExposure::SelectNearest(double value, bool setText)
     const int index = NearestIndex(count, value, [&](int i) {
         return ZX_TextToExposure(ItemText(combo, i), m_dOneFrameExp, m_dMin, m_dMax, nullptr);
     });
-    SendMessageW(combo, CB_SETCURSEL, index, 0);
+    SendMessageW(combo, CB_SETCURSEL, InCombo(combo, index), 0);
     // A typed value that is no preset is still shown exactly.
     if (setText)
         SetWindowTextW(combo, Format(value));
@@ -520,24 +529,23 @@ void CZxISControlComboFreeExposure::SelectNearestInList()
         return;
     const double value = GetComboValue(false);
     const CZxVariant& presets = def[L"m_List"];
-    // Nearest among the presets in range; the combo holds only those, so the
-    // ones below the minimum shift the index.
+    // Nearest among the presets in range, by its place among them: the combo holds
+    // only those, in list order, whatever the order or range of the others.
     double best = 1000000.0;
-    int index = 0, below = 0;
+    int index = -1, place = 0;
     for (int i = 0; i < presets.GetCount(); ++i) {
         const double v = presets[i][L"m_dValue"].GetDouble();
-        if (v < m_dMin) {
-            ++below;
-            continue;
-        }
-        if (v > m_dMax)
+        if (v < m_dMin || v > m_dMax)
             continue;
         if (std::fabs(v - value) < best) {
             best = std::fabs(v - value);
-            index = i;
+            index = place;
         }
+        ++place;
     }
-    SendMessageW(H(m_hCombo), CB_SETCURSEL, index - below, 0);
+    if (index < 0 && place > 0)
+        index = 0;   // nothing nearer than the limit: the first, as NearestIndex does
+    SendMessageW(H(m_hCombo), CB_SETCURSEL, InCombo(H(m_hCombo), index), 0);
 }
 
 void CZxISControlComboFreeExposure::Commit() { ZxFreeComboOps<CZxISControlComboFreeExposure>::Commit(*this); }
@@ -716,7 +724,7 @@ void CZxISControlComboFreeTemperature::SelectNearest(double value, bool setText)
     const int index =
         NearestIndex(presets.GetCount(), value, [&](int i) { return presets[i][L"m_dValue"].GetDouble(); });
     HWND combo = H(m_hCombo);
-    SendMessageW(combo, CB_SETCURSEL, index, 0);
+    SendMessageW(combo, CB_SETCURSEL, InCombo(combo, index), 0);
     if (setText) {
         CZxStringW text;
         ZX_TemperatureToText(text, value, m_iDecimals);

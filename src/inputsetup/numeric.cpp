@@ -81,6 +81,12 @@ int32_t Position(double x, int32_t limit)
     return p >= double(limit) ? limit : static_cast<int32_t>(p);
 }
 
+double StepValue(int32_t position, double min, double step, double max)
+{
+    const double v = min + double(position) * step;
+    return v > max ? max : v;
+}
+
 int32_t RoundInt(double x)
 {
     const double r = std::trunc(x + (x < 0 ? -0.5 : 0.5));

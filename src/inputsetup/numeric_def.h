@@ -20,5 +20,9 @@ bool ReadRange(const CZxVariant& def, const wchar_t* minKey, const wchar_t* maxK
 int32_t Position(double x, int32_t limit = INT32_MAX);
 /// Half away from zero, saturated to 32 bits (NaN gives 0).
 int32_t RoundInt(double x);
+/// The value of a linear position: min + position * step, at most max. A maximum
+/// off the step grid is reached by the last position (whose range was rounded
+/// up to it), so no position writes above the definition's limit.
+double StepValue(int32_t position, double min, double step, double max);
 
 } // namespace zxis

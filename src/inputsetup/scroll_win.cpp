@@ -164,7 +164,7 @@ int32_t CZxISControlScrollDouble::GetPropValForGeneric(SZxGrabberPropertyValue& 
 {
     if (!Usable())
         return ZX_E_FAIL;
-    value.m_varValue = GetPos(H(GetItem())) * m_dStep + m_dMin;
+    value.m_varValue = zxis::StepValue(GetPos(H(GetItem())), m_dMin, m_dStep, m_dMax);
     return ZX_OK;
 }
 
@@ -227,7 +227,7 @@ bool CZxISControlScrollDouble::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wP
 
 int32_t CZxISControlScrollDouble::_SetPositionToProp(int32_t position)
 {
-    const double value = position * m_dStep + m_dMin;
+    const double value = zxis::StepValue(position, m_dMin, m_dStep, m_dMax);
     SetDlgItemValueAsText(m_iDecimals, value, m_hDlg, m_iTextId);
     SZxGrabberPropertyValue v(m_wstrName, CZxVariant(value));
     return _SetPropValue(v);
@@ -354,13 +354,13 @@ int32_t CZxISControlScrollInt32::GetPropValForGeneric(SZxGrabberPropertyValue& v
 {
     if (!Usable())
         return ZX_E_FAIL;
-    value.m_varValue = zxis::RoundInt(GetPos(H(GetItem())) * m_dStep + m_dMin);
+    value.m_varValue = zxis::RoundInt(zxis::StepValue(GetPos(H(GetItem())), m_dMin, m_dStep, m_dMax));
     return ZX_OK;
 }
 
 int32_t CZxISControlScrollInt32::_SetPositionToProp(int32_t position)
 {
-    const int32_t value = zxis::RoundInt(position * m_dStep + m_dMin);
+    const int32_t value = zxis::RoundInt(zxis::StepValue(position, m_dMin, m_dStep, m_dMax));
     SetDlgItemValueAsText(0, value, m_hDlg, m_iTextId);
     SZxGrabberPropertyValue v(m_wstrName, CZxVariant(value));
     return _SetPropValue(v);

@@ -217,7 +217,10 @@ int32_t CZxISControlSpinInt::Reinit()
     return ZX_OK;
 }
 
-double CZxISControlSpinInt::PosToValue(int32_t position) { return double(m_iMin) + double(position) * m_iStep; }
+double CZxISControlSpinInt::PosToValue(int32_t position)
+{
+    return zxis::StepValue(position, m_iMin, m_iStep, m_iMax);
+}
 
 int32_t CZxISControlSpinInt::ValueToPos(double value)
 {
@@ -262,7 +265,10 @@ int32_t CZxISControlSpinDouble::Reinit()
     return ZX_OK;
 }
 
-double CZxISControlSpinDouble::PosToValue(int32_t position) { return position * m_dStep + m_dMin; }
+double CZxISControlSpinDouble::PosToValue(int32_t position)
+{
+    return zxis::StepValue(position, m_dMin, m_dStep, m_dMax);
+}
 
 int32_t CZxISControlSpinDouble::ValueToPos(double value)
 {

@@ -122,7 +122,9 @@ void Fill(HWND dlg, CZxCameraSelectionUI* el, const SZxGrabberHWUnit* given)
         sub.iSubItem = 2;
         sub.pszText = const_cast<wchar_t*>((rec->m_bConnected ? connected : unknown).GetString());
         SendMessageW(list, LVM_SETITEMTEXTW, WPARAM(row), reinterpret_cast<LPARAM>(&sub));
-        if (!remembered && el->m_rCamera.Compare(rec->m_wszName) == 0)
+        // The last camera of the caller's name: names are identities, so a
+        // driver listing one twice gets the later row, as the loop meets it last.
+        if (el->m_rCamera.Compare(rec->m_wszName) == 0)
             remembered = rec;
     }
     delete current;

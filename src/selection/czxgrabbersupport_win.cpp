@@ -88,20 +88,21 @@ bool DefineConnection(HWND dlg, CZxGenericProviderGrabber* g, SZxGrabberHWUnit& 
     return ok;
 }
 
-// What the unit element's answer means for the unit dialog.
+// What the unit element's answer means for the unit dialog: 1 to 4 end it
+// accepted, -2 cancelled. The user-defined row (2: the only row, 4: chosen) first
+// offers the grabber's connection dialog; declined, the caller's unit stays as it
+// was and the dialog still ends accepted, as every answer 1 to 4 does.
 void UnitAnswer(HWND dlg, SUnitDlg* p, LPARAM code)
 {
     switch (code) {
+    case 2:
+    case 4:
+        DefineConnection(dlg, p->grabber, *p->unit);
+        EndDialog(dlg, IDOK);
+        break;
     case 1:
     case 3:
         EndDialog(dlg, IDOK);
-        break;
-    case 2:   // only the user-defined row: the connection dialog or nothing
-    case 4:
-        if (DefineConnection(dlg, p->grabber, *p->unit))
-            EndDialog(dlg, IDOK);
-        else if (code == 2)
-            EndDialog(dlg, IDCANCEL);
         break;
     case -2:
         EndDialog(dlg, IDCANCEL);
@@ -145,15 +146,16 @@ INT_PTR CALLBACK UnitDlgProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam)
         if (!p)
             return FALSE;
         if (LOWORD(wParam) == IDOK) {
-            // The element answers the take-over with its code; one that does not answer counts as accepted.
+            // OK ends the dialog accepted whatever the element answers the take-over:
+            // the user row offers its connection dialog first; with nothing selected
+            // (-2) the caller's unit stays as it was.
             p->takingOver = true;
             p->answer = 0;
             SendMessageW(ElementWindow(p->element), WM_ZX_SEL_TAKEOVER, 0, 0);
             p->takingOver = false;
-            if (p->answer)
-                UnitAnswer(dlg, p, p->answer);
-            else
-                EndDialog(dlg, IDOK);
+            if (p->answer == 2 || p->answer == 4)
+                DefineConnection(dlg, p->grabber, *p->unit);
+            EndDialog(dlg, IDOK);
             return TRUE;
         }
         if (LOWORD(wParam) == IDCANCEL) {
@@ -268,7 +270,7 @@ void AddTooltips(HWND dlg)
     const CZxStringW rotate = Tr(L"Rotate", kSource), flip = Tr(L"Flip", kSource);
     for (int id = IDC_SEL_ROTATE_LEFT; id <= IDC_SEL_FLIP_NONE; ++id) {
         TOOLINFOW ti{};
-        ti.cbSize = sizeof(ti);
+        ti.cbSize = TTTOOLINFOW_V2_SIZE;   // version-5 common controls refuse the full size
         ti.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
         ti.hwnd = dlg;
         ti.uId = reinterpret_cast<UINT_PTR>(GetDlgItem(dlg, id));

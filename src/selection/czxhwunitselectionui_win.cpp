@@ -90,8 +90,6 @@ void Init(HWND dlg, CZxHWUnitSelectionUI* el, bool connectionColumn)
         InsertRow(list, row++, userRow, 0, 0);
         if (connectionColumn)
             SetColumnText(list, 0, 1, L"");
-        const int w = int(SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(userRow.GetString())));
-        widest = w > widest ? w : widest;
     }
     const SZxGrabberHWUnit* current = el->m_pUnit;
     LPARAM remembered = 0;
@@ -111,8 +109,8 @@ void Init(HWND dlg, CZxHWUnitSelectionUI* el, bool connectionColumn)
     }
     delete next;
     if (connectionColumn) {
-        // The rows' images sit in the first column too, so their width is added.
-        ListView_SetColumnWidth(list, 0, widest + 15 + GetSystemMetrics(SM_CXSMICON));
+        // The widest of the title and the unit names, plus 15; the user row is no unit.
+        ListView_SetColumnWidth(list, 0, widest + 15);
         ListView_SetColumnWidth(list, 1, LVSCW_AUTOSIZE_USEHEADER);
     }
     int select = 0;

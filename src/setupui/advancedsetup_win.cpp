@@ -8,6 +8,7 @@
 #include "zx/iscontrols_editexposure.h"
 #include "zx/iscontrols_numeric.h"
 #include "zx/property.h"
+#include "zxhost/alignwnd.h"
 
 namespace {
 // The set in use: the dialog follows the camera's fast/quality switch.
@@ -15,6 +16,10 @@ const uint32_t kModeInUse = 0;
 const uint32_t kAll = 0xFFFFFFFFu;
 // The message the edits send back when Enter or Escape was pressed in them.
 const uint32_t kEditNotify = WM_APP + 20;
+// The relative tolerance edit's scale: per mille in the driver, percent on screen.
+const double kPromileToPercent = 0.1;
+// Centred over the owner (the window alignment's code), kept on its monitor.
+const UINT kCentred = 6;
 
 // Whether the driver uses time-based speed-up: decided by the dialog last opened.
 std::atomic<bool> g_timeBased{false};
@@ -92,7 +97,9 @@ void CZxGrabberAdvancedSetupUI::AttachControls(uint64_t timeBased)
     m_pQuality = new CZxISControlComboTextInt32(L"CaptureQuality", kModeInUse, IDC_ZX_AS_QUALITY, 1, false);
     m_pMaxExposure = new CZxISControlEditExposure(L"CaptureMaxExposure", kModeInUse, IDC_ZX_AS_MAXEXPOSURE, 1,
                                                   kEditNotify, false);
-    m_pPromile = new CZxISControlEditDouble(L"QuantilPromile", kModeInUse, IDC_ZX_AS_PROMILE, 1, kEditNotify, false);
+    // "QuantilPromile" is per mille; the template labels its edit "%", so it shows percent.
+    m_pPromile = new CZxISControlEditDouble(L"QuantilPromile", kModeInUse, IDC_ZX_AS_PROMILE, 1, kEditNotify, false,
+                                            kPromileToPercent);
     m_pPixels = new CZxISControlEditInt32(L"QuantilPixels", kModeInUse, IDC_ZX_AS_PIXELS, 1, kEditNotify, false);
     const ZxHWnd dlg = reinterpret_cast<ZxHWnd>(m_hDlg);
     for (CZxISControl* c : {m_pSpeedUp, m_pQuality, m_pMaxExposure, m_pPromile, m_pPixels})
@@ -170,6 +177,7 @@ bool CZxGrabberAdvancedSetupUI::DlgProcVirtual(HWND hwnd, UINT msg, WPARAM wPara
         m_controls.Clear();
         AttachControls(g_timeBased ? 1 : 0);
         ShowRelative(m_old.m_bQuantilRelative);
+        ZX_AlignWnd(hwnd, GetWindow(hwnd, GW_OWNER), kCentred, ZX_ALIGN_KEEP_ON_SCREEN);
         *result = TRUE;
         return true;
     }
@@ -195,11 +203,17 @@ bool CZxGrabberAdvancedSetupUI::DlgProcVirtual(HWND hwnd, UINT msg, WPARAM wPara
         }
         break;
     }
-    case WM_ZX_ADVANCED_REREAD:
+    case WM_ZX_ADVANCED_REREAD: {
+        // The switch first, so the refresh already sees the driver's choice; the
+        // enabling rule again after it, since the refresh enables both edits.
+        const bool relative = GetPropBool(L"QuantilRelative");
+        CheckRadioButton(hwnd, IDC_ZX_AS_RELATIVE, IDC_ZX_AS_ABSOLUTE,
+                         relative ? IDC_ZX_AS_RELATIVE : IDC_ZX_AS_ABSOLUTE);
         m_controls.UpdateStateMany(kAll);
         m_controls.UpdateFromGenericMany(kAll);
-        ShowRelative(GetPropBool(L"QuantilRelative"));
+        ShowRelative(relative);
         return true;
+    }
     case WM_DESTROY:
         m_controls.DetachMany(kAll);
         m_controls.Clear();

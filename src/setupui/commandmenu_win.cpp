@@ -186,6 +186,21 @@ void CommandMenuCreate(const SCommandMenuHost& host)
     ZX_RaiseModuleEvent(ZX_MODULEEVENT_GUI_MENUINITPOPUP, menu);
 }
 
+void CommandMenuApplyROIRules(CZxMenu& menu, CZxGenProvider_Low* provider)
+{
+    if (!provider)
+        return;
+    if (provider->MultiViewEnabled()) {
+        menu.Enable(kMenuUseROI, false);
+        menu.Enable(kMenuDefineROI, false);
+    } else {
+        CZxRect roi;
+        provider->ROIGet(roi);
+        menu.Enable(kMenuUseROI, !roi.IsNull());
+    }
+    menu.Check(kMenuUseROI, provider->ROIEnabled());
+}
+
 void CommandMenuHandle(const SCommandMenuHost& host, uint32_t id)
 {
     CZxGenProvider_Low* p = host.provider;

@@ -62,6 +62,12 @@ ZX_API void CommandMenuCreate(const SCommandMenuHost& host);
 /// Carries out one menu id (0: the menu was dismissed, nothing to do).
 ZX_API void CommandMenuHandle(const SCommandMenuHost& host, uint32_t id);
 
+/// The ROI rules of an opened menu, alike on both hosts: under multi-view "Use"
+/// (7000) and "Define..." (7001) are disabled; otherwise "Use" is enabled
+/// exactly when the ROI is not empty. "Use" is checked when the ROI is on. A
+/// null provider changes nothing.
+void CommandMenuApplyROIRules(CZxMenu& menu, CZxGenProvider_Low* provider);
+
 /// The face of a menu button (text centred left of the picker arrow, grey when
 /// disabled) inside `r`; frame and background are the caller's.
 void DrawMenuButtonFace(const DRAWITEMSTRUCT& dis, HWND dialog, const RECT& r);

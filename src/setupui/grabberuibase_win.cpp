@@ -351,17 +351,7 @@ bool CZxGrabberUI_Base::OnCommand(HWND hwnd, int64_t wParam, int64_t* result)
     }
     if (Is(m_iCommandButtonId, id) && code == 0) {
         CommandMenuCreate();
-        if (m_pProvider) {
-            if (m_pProvider->MultiViewEnabled()) {
-                m_commandMenu.Enable(zxsetupui::kMenuUseROI, false);
-                m_commandMenu.Enable(zxsetupui::kMenuDefineROI, false);
-            } else {
-                CZxRect roi;
-                m_pProvider->ROIGet(roi);
-                m_commandMenu.Enable(zxsetupui::kMenuUseROI, !roi.IsNull());
-            }
-            m_commandMenu.Check(zxsetupui::kMenuUseROI, m_pProvider->ROIEnabled());
-        }
+        zxsetupui::CommandMenuApplyROIRules(m_commandMenu, m_pProvider);
         RECT r{};
         GetWindowRect(GetDlgItem(hwnd, id), &r);
         UINT selected = 0;

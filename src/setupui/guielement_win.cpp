@@ -186,8 +186,8 @@ void CZxGrabberGUIElement_Base::CommandMenuHandle(uint32_t id)
 bool CZxGrabberGUIElement_Base::OnCommandButton(HWND hwnd, int id)
 {
     CommandMenuCreate();
-    if (m_pProvider)
-        m_commandMenu.Check(zxsetupui::kMenuUseROI, m_pProvider->ROIEnabled());
+    // The dialog host's rules: a driver's menu looks the same on both hosts.
+    zxsetupui::CommandMenuApplyROIRules(m_commandMenu, m_pProvider);
     RECT r{};
     GetWindowRect(GetDlgItem(hwnd, id), &r);
     UINT selected = 0;

@@ -164,3 +164,20 @@ TEST(CaptureButtonDialog, TemplateFollowsTheUserLanguageAndFallsBackByName)
     ZX_SetLanguageId(old);
     EXPECT_TRUE(ran);
 }
+
+TEST(CaptureButtonDialog, OpensCentredOverItsOwnerAndWhollyOnItsMonitor)
+{
+    for (int place : {0, 1}) {
+        zxtest::OwnerWindow owner(place);
+        SZxCaptureButtonSetup_Param rec(-2, true, L"kept", false, L"", L"", true, false);
+        CZxSimGrabber grabber(1);
+        SZxCaptureButtonDlgParams params(&grabber, rec);
+        EXPECT_EQ(zxtest::DriveModal(
+                      [&] { return ZX_CaptureButtonSetup(reinterpret_cast<ZxHWnd>(owner.Hwnd()), params); },
+                      [&](HWND dlg) {
+                          EXPECT_TRUE(zxtest::CentredOnOwner(dlg, owner.Hwnd())) << place;
+                          ClickButton(dlg, IDCANCEL);
+                      }),
+                  ZX_E_FAIL);
+    }
+}

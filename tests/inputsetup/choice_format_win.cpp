@@ -43,6 +43,14 @@ TEST_F(ChoiceControls, FormatComboOffersTheModesFormatsAndAnnouncesAChoiceWithou
     EXPECT_EQ(LastCall(dlg.Camera(), L"FormatSet_WRP"), L"FormatSet_WRP(1, 1024 x 768 (Binning 2x2))");
     EXPECT_EQ(Selection(dlg.Item(IDC_CH_FORMAT)), 1);
     EXPECT_EQ(dlg.Notifications().size(), 4u);
+
+    // A current format the combo does not offer (a quality-only one here) leaves no
+    // selection rather than the one shown before.
+    SZxGrabberFormatValue extended;
+    extended.m_wstrName = L"2048 x 1536 (Extended Dynamic)";
+    ASSERT_EQ(dlg.Camera().FormatSet_WRP(ZX_MODE_FAST, extended, nullptr, false), 0);
+    EXPECT_EQ(format.UpdateFromGeneric(), 0);
+    EXPECT_EQ(Selection(dlg.Item(IDC_CH_FORMAT)), CB_ERR);
 }
 
 TEST_F(ChoiceControls, SeventyFormatsShowSixtyFourAndTheDetailedLogSaysSo)

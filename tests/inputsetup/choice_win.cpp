@@ -22,12 +22,19 @@ TEST_F(ChoiceControls, ComboShowsTheTranslatedListWritesTheElementAndRefillsOnly
     spy.resets = 0;
     EXPECT_EQ(combo.Reinit(), 0);
     EXPECT_EQ(spy.resets, 0) << "an unchanged list is left alone";
-    dlg.Camera().SetProperty(L"TriggerMode", L"Trigger", ListOf({L"Free Run", L"Software", L"Hardware", L"Line 2"}),
+    // A refill selects the driver's value, wherever the new list has it, or nothing;
+    // a bulk write then carries that value, never the element now at the old index.
+    dlg.Camera().SetProperty(L"TriggerMode", L"Trigger", ListOf({L"Line 2", L"Free Run", L"Software", L"Hardware"}),
                              L"Hardware");
     EXPECT_EQ(combo.Reinit(), 0);
     EXPECT_EQ(spy.resets, 1);
     EXPECT_EQ(ComboTexts(dlg.Item(IDC_CH_COMBO)).size(), 4u);
-    EXPECT_EQ(Selection(dlg.Item(IDC_CH_COMBO)), 2) << "Reinit keeps the selection";
+    EXPECT_EQ(Selection(dlg.Item(IDC_CH_COMBO)), 3);
+    EXPECT_EQ(dlg.List().SetToGenericMany(&dlg.Camera(), ZX_MODE_FAST, ~0u), 0);
+    EXPECT_EQ(LastCall(dlg.Camera(), L"PropSet_WRP"), L"PropSet_WRP(1, TriggerMode=\"Hardware\")");
+    dlg.Camera().SetProperty(L"TriggerMode", L"Trigger", ListOf({L"Free Run", L"Software"}), L"Hardware");
+    EXPECT_EQ(combo.Reinit(), 0);
+    EXPECT_EQ(Selection(dlg.Item(IDC_CH_COMBO)), CB_ERR) << "the driver's value is in no entry";
 
     EXPECT_EQ(combo.ChangeMode(ZX_MODE_QUALITY), 0);
     EXPECT_EQ(combo.GetMode(), ZX_MODE_FAST) << "fixed mode";
@@ -93,7 +100,7 @@ TEST_F(ChoiceControls, EachValueComboShowsItsLabelsSelectsTheValueAndWritesItsKi
         const wchar_t* written;
     } cases[] = {
         {Combo<CZxISControlComboInt32>(L"PixelClock"), {L"12", L"24", L"48"}, 1, 2, L"PixelClock=48"},
-        {Combo<CZxISControlComboDouble>(L"Sharpness"), {L"0.0", L"0.5", L"1.0", L"2.0"}, 0, 3, L"Sharpness=2.000000"},
+        {Combo<CZxISControlComboDouble>(L"Sharpness"), {L"0,0", L"0,5", L"1,0", L"2,0"}, 0, 3, L"Sharpness=2.000000"},
         {Combo<CZxISControlComboTextInt32>(L"ReadoutMode"), {L"Rauscharm", L"Normal", L"Schnell"}, 2, 0, L"ReadoutMode=0"},
         {Combo<CZxISControlComboTextDouble>(L"Temperature"),
          {L"-30 \u00b0C", L"-20 \u00b0C", L"-10 \u00b0C", L"0 \u00b0C", L"10 \u00b0C", L"20 \u00b0C"}, 2, 5,

@@ -8,6 +8,8 @@
 #include "command_test_resource.h"
 #include "zx_dialog.h"
 #include "zx_test.h"
+#include "zxhost/rtti.h"
+#include "zxhost/system.h"
 
 using zxtest::Calls;
 using zxtest::ItemText;
@@ -184,4 +186,51 @@ TEST(AsyncCommand, InProgressModeTheWindowFollowsThePollAndItsCancelAbortsTheCam
     EXPECT_FALSE(progress.IsOn());
     EXPECT_TRUE(IsWindowEnabled(dlg.Hwnd()));
     EXPECT_EQ(g_general, 1);
+}
+
+namespace {
+CZxStringW MarkContext(const wchar_t* text, const wchar_t* context)
+{
+    return CZxStringW::Formatted(L"%s:%s", context, text);
+}
+
+// A driver class of its own with a translation module: the driver's labels are
+// looked up there, so a library text found there would be looked up in the wrong place.
+class ContextDriver : public CZxSimCamera {
+public:
+    CZxStringW GrabberDriverGetClassName() override { return L"CZxGrabberDriverContext"; }
+};
+} // namespace
+
+TEST(AsyncCommand, ItsCancelAndProgressTextsAreTheLibrarysNotTheDrivers)
+{
+    CZxVariant meta = CZxVariant::MakeRecord(L"SZxDriverMetadata");
+    meta[L"m_fileReference"] = L"contextdriver";
+    ASSERT_EQ(CZxRTTI::RegisterClassImpl(L"IZxGrabberDriver01", L"CZxGrabberDriverContext", meta), 0);
+    PFN_ZxTranslate old = ZX_SetTranslationHook(&MarkContext);
+    TestDialog dlg(IDD_CMD_TEST);
+    ContextDriver cam;
+    cam.SetCommandDuration(60000);
+    CZxISControlPushCommandAsync button(L"Calibrate", IDC_CMD_ASYNC, 1, nullptr, false);
+    CZxISControlPushCommandAsync window(L"Calibrate", IDC_CMD_ASYNC_PROGRESS, 1, AbortThroughProvider, true);
+    for (CZxISControl* c : {static_cast<CZxISControl*>(&button), static_cast<CZxISControl*>(&window)}) {
+        c->Attach(dlg.ZxHwnd(), &cam, &dlg.List());
+        c->Reinit();
+    }
+    EXPECT_EQ(ItemText(dlg, IDC_CMD_ASYNC_PROGRESS), L"contextdriver:Dark Calibration") << "the driver's own label";
+
+    EXPECT_TRUE(dlg.Click(IDC_CMD_ASYNC));
+    EXPECT_EQ(ItemText(dlg, IDC_CMD_ASYNC), L"inputsetupcontrols:Cancel");
+    dlg.Click(IDC_CMD_ASYNC);   // aborts
+    EXPECT_TRUE(dlg.Click(IDC_CMD_ASYNC_PROGRESS));
+    ASSERT_TRUE(window.GetProgressDialog().IsOn());
+    EXPECT_EQ(ItemText(reinterpret_cast<HWND>(window.GetProgressDialog().GetWindow()), 0),
+              L"inputsetupcontrols:Progress");
+    cam.Command_Abort_WRP();
+    window.UpdateFromGeneric();
+    window.UpdateFromGeneric();
+    EXPECT_FALSE(window.GetProgressDialog().IsOn());
+
+    ZX_SetTranslationHook(old);
+    CZxRTTI::UnregisterClassImpl(L"IZxGrabberDriver01", L"CZxGrabberDriverContext");
 }

@@ -110,7 +110,10 @@ TEST_F(EditNotifications, TypedValuesReachTheDriverUnclampedAndTheEditShowsWhatI
     } cases[] = {{IDC_NUM_EDIT, L"990", {L"PropSet_WRP(1, Gain=99.000000)"}, L"160"},
                  {IDC_NUM_EDIT, L"125", {L"PropSet_WRP(1, Gain=12.500000)"}, L"125"},
                  {IDC_NUM_EDIT_INT, L"-3", {L"PropSet_WRP(1, Offset=-3)"}, L"0"},
-                 {IDC_NUM_EDIT_INT, L"abc", {}, L"0"}};
+                 {IDC_NUM_EDIT_INT, L"abc", {}, L"0"},
+                 // The leading number counts, as wcstod reads it; text without one writes nothing.
+                 {IDC_NUM_EDIT_INT, L"12 ms", {L"PropSet_WRP(1, Offset=12)"}, L"12"},
+                 {IDC_NUM_EDIT, L"25x", {L"PropSet_WRP(1, Gain=2.500000)"}, L"25"}};
     for (const auto& c : cases) {
         dlg.Camera().ClearCallLog();
         Type(dlg, c.id, c.typed);

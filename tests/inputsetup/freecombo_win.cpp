@@ -117,6 +117,24 @@ TEST_F(FreeCombos, ExposureOffersThePresetsInRangeAndTheMaximumOnlyWellAboveThem
     dlg.Command(IDC_FREE_EXPOSURE, CBN_DROPDOWN);
     EXPECT_EQ(Selection(dlg.Item(IDC_FREE_EXPOSURE)), 1);
     EXPECT_EQ(ItemText(dlg, IDC_FREE_EXPOSURE), L"10 ms") << "the selection shows";
+    dlg.Command(IDC_FREE_EXPOSURE, CBN_CLOSEUP);
+
+    // Unsorted lists, presets out of range anywhere: the index is the nearest
+    // preset's place among the combo's own items, never past its end.
+    const struct {
+        std::vector<double> presets;
+        const wchar_t* typed;
+        int selected;
+    } lists[] = {{{1000, 10, 1, 100}, L"9 ms", 0}, {{1, 10, 100, 0.1}, L"90 ms", 2}, {{1000, 100}, L"90 ms", 0}};
+    def[L"m_dMax"] = 105.0;
+    for (const auto& k : lists) {
+        def[L"m_List"] = Presets(k.presets, true);
+        EXPECT_EQ(e.Reinit(), 0);
+        Type(dlg, IDC_FREE_EXPOSURE, k.typed);
+        dlg.Command(IDC_FREE_EXPOSURE, CBN_DROPDOWN);
+        EXPECT_EQ(Selection(dlg.Item(IDC_FREE_EXPOSURE)), k.selected) << k.presets.size() << " " << k.typed;
+        dlg.Command(IDC_FREE_EXPOSURE, CBN_CLOSEUP);
+    }
 }
 
 TEST_F(FreeCombos, ExposureEnterCommitsTheTypedValueThroughTheHookAndItsReleaseShowsTheDriverValue)

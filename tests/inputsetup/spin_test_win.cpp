@@ -90,3 +90,38 @@ TEST(SpinControls, UnusableDefinitionsAreReportedAndLeaveTheSpinDisabled)
         EXPECT_EQ(c.control->GetPropValForGeneric(v), -9);
     }
 }
+
+TEST(SpinControls, NoSpinOrScrollWritesPastAMaximumThatIsOffTheStepGrid)
+{
+    // 0 .. 9 in steps of 5: three positions, the last of which stands for 9, not 10.
+    TestDialog dlg(IDD_NUM_TEST);
+    OddCamera cam;
+    cam.members[L"Offset"] = {{L"m_iMin", 0}, {L"m_iMax", 9}, {L"m_iStep", 5}};
+    cam.members[L"Gain"] = {{L"m_dMin", 0.0}, {L"m_dMax", 9.0}, {L"m_dStep", 5.0}};
+    CZxISControlSpinInt32 spinInt(L"Offset", 1, IDC_NUM_SPININT_EDIT, 1);
+    CZxISControlSpinDouble spinDouble(L"Gain", 1, IDC_NUM_SPIN_EDIT, 1);
+    CZxISControlScrollInt32 scrollInt(L"Offset", 1, IDC_NUM_INT, IDC_NUM_INT_TEXT, 1);
+    CZxISControlScrollDouble scrollDouble(L"Gain", 1, IDC_NUM_SCROLL, IDC_NUM_SCROLL_TEXT, 1);
+    const struct {
+        CZxISControl* control;
+        const wchar_t* name;
+        int upDown, scroll, text;   // an up-down to click, or a scroll bar to move right
+    } cases[] = {{&spinInt, L"Offset", IDC_NUM_SPININT, 0, IDC_NUM_SPININT_EDIT},
+                 {&spinDouble, L"Gain", IDC_NUM_SPIN, 0, IDC_NUM_SPIN_EDIT},
+                 {&scrollInt, L"Offset", 0, IDC_NUM_INT, IDC_NUM_INT_TEXT},
+                 {&scrollDouble, L"Gain", 0, IDC_NUM_SCROLL, IDC_NUM_SCROLL_TEXT}};
+    for (const auto& c : cases) {
+        c.control->Attach(dlg.ZxHwnd(), &cam, &dlg.List());
+        Set(cam, c.name, 5.0);
+        c.control->Reinit();
+        c.control->Enable(true);
+        for (int click = 1; click <= 2; ++click) {   // the second at the top of the range
+            if (c.upDown)
+                ClickArrow(dlg, c.upDown, true);
+            else
+                dlg.Scroll(c.scroll, SB_LINERIGHT);
+            EXPECT_EQ(Value(cam, c.name), 9.0) << c.name << " " << c.text << ", click " << click;
+            EXPECT_EQ(ItemText(dlg, c.text), L"9") << c.name << " " << c.text << ", click " << click;
+        }
+    }
+}

@@ -167,28 +167,51 @@ TEST(Lut, BadTablesAndFramesAreReportedNotApplied)
                             L"pb->ui64DataSize != 0 && pb->ui64DataSize < bytes", L"pb == NULL", L"sample == NULL"});
 }
 
-TEST(Lut, ExtremeColourWeightsSaturateTheMixInsteadOfOverflowing)
+TEST(Lut, ColourWeightsKeepTheExactMixWhereverTablesHoldItAndSaturateBeyond)
 {
-    // Weights beyond the limit act as the limit (the mix is already all or nothing
-    // there); a NaN weight mixes nothing. Pixels are blue, green, red.
-    const struct { double saturation; std::vector<uint32_t> out; } cases[] = {
-        // Green above the luminance takes all; grey stays grey but for the rounding
-        // (trunc(x + 0.5)) of the two negative shares.
-        {1e9, {0, 255, 0, 102, 102, 102}},
-        {8191, {0, 255, 0, 102, 102, 102}},
-        {-1e300, {255, 0, 255, 101, 101, 101}},
-        {std::nan(""), {10, 200, 30, 100, 100, 100}},
+    // Pixels are blue, green, red. A table entry is a level times a weight's share,
+    // held in 32 bits: up to the largest weight whose entries fit (8421503 for 8 bits,
+    // 32767 for 16) the result is the mix's own, rounding of each entry included;
+    // beyond, the weight acts as that largest one (the mix is all or nothing there).
+    // A NaN weight mixes nothing.
+    const double nan = std::nan("");
+    const struct {
+        uint32_t bits;
+        double red, green, blue;   // weights (times the saturation of 1)
+        std::vector<uint32_t> in, out;
+    } cases[] = {
+        {8, 1e9, 1e9, 1e9, {10, 200, 30, 100, 100, 100}, {0, 255, 0, 102, 102, 102}},
+        {8, 8191, 8191, 8191, {10, 200, 30, 100, 100, 100}, {0, 255, 0, 102, 102, 102}},
+        {8, -1e300, -1e300, -1e300, {10, 200, 30, 100, 100, 100}, {255, 0, 255, 102, 102, 102}},
+        {8, nan, nan, nan, {10, 200, 30, 100, 100, 100}, {10, 200, 30, 100, 100, 100}},
+        // 16 bits: weights a fixed limit of 8191 used to change.
+        {16, 10000, 10000, 10000, {1000, 1000, 1001}, {0, 0, 8012}},
+        {16, -20000, -20000, -20000, {1000, 1000, 1001}, {6981, 6981, 0}},
+        // The largest weight whose entries fit, and beyond it.
+        {16, 32767, 32767, 32767, {1000, 1000, 1001, 30000, 30000, 30001}, {0, 0, 23972, 20205, 20205, 52972}},
+        {16, 1e6, 1e6, 1e6, {1000, 1000, 1001, 30000, 30000, 30001}, {0, 0, 23972, 20205, 20205, 52972}},
+        {16, -32767, -32767, -32767, {1000, 1000, 1001}, {10799, 10799, 0}},
+        // Entries of opposite weights whose sum passes 32 bits.
+        {16, 32767, -32767, 1, {0, 65535, 65535, 0, 65535, 1000}, {65535, 0, 65535, 65535, 0, 65535}},
     };
     zxtest::ForEachKernelLevel([&](int) {
         for (const auto& c : cases) {
-            uint8_t px[6] = {10, 200, 30, 100, 100, 100};
-            SZxPicBuf pb{2, 1, 6, 8, 3, 6, px};
+            std::vector<uint16_t> px16(c.in.begin(), c.in.end());
+            std::vector<uint8_t> px8(c.in.begin(), c.in.end());
+            const bool wide = c.bits > 8;
+            const uint32_t n = uint32_t(c.in.size() / 3), bytes = wide ? 2 : 1;
+            SZxPicBuf pb{n, 1, n * 3 * bytes, c.bits, 3, n * 3 * bytes,
+                         wide ? static_cast<void*>(px16.data()) : static_cast<void*>(px8.data())};
             SZxBaseProps p;
-            p.dSaturation = c.saturation;
-            CZxBaseLUT lut(8);
-            lut.UpdateLUT(p, false, 8);
+            p.dWeightR = c.red;
+            p.dWeightG = c.green;
+            p.dWeightB = c.blue;
+            CZxBaseLUT lut(int(c.bits));
+            lut.UpdateLUT(p, false, int(c.bits));
             lut.ApplyLUT(&pb);
-            EXPECT_EQ(std::vector<uint32_t>(px, px + 6), c.out) << "saturation " << c.saturation;
+            const std::vector<uint32_t> got = wide ? std::vector<uint32_t>(px16.begin(), px16.end())
+                                                   : std::vector<uint32_t>(px8.begin(), px8.end());
+            EXPECT_EQ(got, c.out) << c.bits << " bits, weights " << c.red << " " << c.green << " " << c.blue;
         }
     });
 }

@@ -4,6 +4,9 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <cwchar>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -151,7 +154,7 @@ TEST(Selection, StartUpDecisionTakesTheOnlyUnitOrGivesUp)
         {1, false, true, true, ZX_E_CANCELLED, L""},         // the flag keeps the dialog
         {1, true, false, true, ZX_E_CANCELLED, L""},         // two rows: the user decides
         {0, false, false, false, ZX_E_CANCELLED, L""},       // nothing to choose
-        {0, true, false, false, ZX_E_CANCELLED, L""},        // only the user row, connection dialog cancelled
+        {0, true, false, false, ZX_OK, L""},                 // only the user row, connection declined: unit kept
     };
     for (const Case& c : cases) {
         CZxSimGrabber g;
@@ -173,7 +176,7 @@ TEST(Selection, UnitListIsCappedAndAcceptsClicksDoubleClicksAndTheUserRow)
     for (int i = 2; i < 40; ++i)
         g.AddUnit(CZxStringW::Formatted(L"Bulk %02d", i), CZxStringW::Formatted(L"sim://bulk%d", i));
     auto unit = Unit();
-    int rows = 0;
+    int rows = 0, nameColumn = 0, widest = 0;
     std::wstring userRow, last;
     // Selection by a click on row 2 (the second unit), then OK.
     EXPECT_EQ(SelectUnit(g, *unit,
@@ -182,11 +185,18 @@ TEST(Selection, UnitListIsCappedAndAcceptsClicksDoubleClicksAndTheUserRow)
                              rows = Rows(el);
                              userRow = Cell(List(el), 0, 0);
                              last = Cell(List(el), rows - 1, 0);
+                             // The name column: the widest of its title and the unit names (not the user row), plus 15.
+                             widest = ListView_GetStringWidth(List(el), L"HW Unit Name");
+                             for (int r = 1; r < rows; ++r)
+                                 widest = std::max(widest,
+                                                   ListView_GetStringWidth(List(el), Cell(List(el), r, 0).c_str()));
+                             nameColumn = ListView_GetColumnWidth(List(el), 0);
                              SelectRow(List(el), 2);
                              ClickButton(host, IDOK);
                          }),
               ZX_OK);
     EXPECT_EQ(rows, 33);   // the user row and 32 of 40 units
+    EXPECT_EQ(nameColumn, widest + 15);
     EXPECT_EQ(userRow, L"User Defined Connection...");
     EXPECT_EQ(last, L"Bulk 31");
     EXPECT_STREQ(unit->m_wszName, L"SimLink 1");
@@ -200,13 +210,24 @@ TEST(Selection, UnitListIsCappedAndAcceptsClicksDoubleClicksAndTheUserRow)
     g.QueueConnection(SZxGrabberHWUnit(L"Lab", L"sim://lab"));
     EXPECT_EQ(SelectUnit(g, *unit, [](HWND host) { DoubleClick(List(UnitElement(host)), 0); }), ZX_OK);
     EXPECT_STREQ(unit->m_wszConnectionString, L"sim://lab");
-    // OK with nothing selected: the element answers that it failed, the dialog ends as cancelled.
+    // OK ends the dialog accepted whatever the element answers: with nothing selected, or
+    // with the user row whose connection dialog is declined, the unit stays as it was.
     EXPECT_EQ(SelectUnit(g, *unit,
                          [&](HWND host) {
                              SelectRow(List(UnitElement(host)), -1);
                              ClickButton(host, IDOK);
                          }),
-              ZX_E_CANCELLED);
+              ZX_OK);
+    EXPECT_STREQ(unit->m_wszName, L"Lab");
+    EXPECT_EQ(SelectUnit(g, *unit,
+                         [&](HWND host) {
+                             SelectRow(List(UnitElement(host)), 0);
+                             ClickButton(host, IDOK);
+                         }),
+              ZX_OK);
+    EXPECT_STREQ(unit->m_wszName, L"Lab");
+    // A double click on the user row, connection declined: the same.
+    EXPECT_EQ(SelectUnit(g, *unit, [](HWND host) { DoubleClick(List(UnitElement(host)), 0); }), ZX_OK);
     EXPECT_STREQ(unit->m_wszName, L"Lab");
 }
 
@@ -247,6 +268,57 @@ TEST(Selection, CameraListCapsTypesStatusAndTakesTheFirstRowByDefault)
     EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); },
                          [&](HWND host) { ClickButton(host, IDCANCEL); }),
               ZX_E_FAIL);
+}
+
+TEST(Selection, CameraOfADuplicatedNameIsPreselectedOnItsLastRow)
+{
+    CZxSimGrabber g;
+    SZxGrabberCameraDesc twin{};
+    wcscpy(twin.m_wszName, L"SIM-M2048-0001");   // the current camera's identity, listed again
+    wcscpy(twin.m_wszDisplayName, L"Twin");
+    twin.m_bMono = true;
+    ASSERT_TRUE(g.AddCamera(L"SimLink 0", twin));
+    CZxStringW camera;
+    int rows = 0, selected = -2;
+    std::wstring shown;
+    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); },
+                         [&](HWND host) {
+                             HWND el = CameraElement(host);
+                             rows = Rows(el);
+                             selected = Selected(el);
+                             shown = Cell(List(el), selected, 0);
+                             ClickButton(host, IDOK);
+                         }),
+              ZX_OK);
+    EXPECT_EQ(rows, 3);
+    EXPECT_EQ(selected, 2);
+    EXPECT_EQ(shown, L"Twin");
+    EXPECT_STREQ(camera.GetString(), L"SIM-M2048-0001");
+}
+
+TEST(Selection, HostDialogsOpenCentredOverTheirOwnerAndWhollyOnItsMonitor)
+{
+    CZxSimGrabber g;
+    g.SetConnectionUiAvailable(false);
+    g.AddUnit(L"SimLink 2", L"sim://link2");
+    for (int place : {0, 1}) {
+        zxtest::OwnerWindow owner(place);
+        HWND o = owner.Hwnd();
+        auto unit = Unit();
+        CZxStringW camera;
+        const std::function<int()> dialogs[] = {
+            [&] { return CZxGrabberSupport::HWUnitSelect(o, &g, *unit, false); },
+            [&] { return CZxGrabberSupport::CameraSelect(o, &g, camera); },
+            [&] { return CZxGrabberSupport::HWUnitAndCameraSelect(o, &g, *unit, camera, false); }};
+        int which = 0;
+        for (const auto& open : dialogs) {
+            DriveModal(open, [&](HWND host) {
+                EXPECT_TRUE(zxtest::CentredOnOwner(host, o)) << "place " << place << ", dialog " << which;
+                ClickButton(host, IDCANCEL);
+            });
+            ++which;
+        }
+    }
 }
 
 TEST(Selection, MultiHeadDriversWidenTheCameraListToTheLongNames)

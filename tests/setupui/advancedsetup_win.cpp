@@ -85,11 +85,17 @@ TEST(AdvancedSetup, CancelRestoresTheValuesReadAtStartWithTheSpeedUpInUse)
             zxtest::ClickButton(dlg, IDC_ZX_AS_ABSOLUTE);
             TypeAndCommit(ui, dlg, IDC_ZX_AS_PIXELS, L"7");
             zxtest::ClickButton(dlg, IDC_ZX_AS_RELATIVE);
-            TypeAndCommit(ui, dlg, IDC_ZX_AS_PROMILE, L"0.3");
+            // The relative tolerance is per mille in the driver and percent beside its edit.
+            EXPECT_EQ(zxtest::ItemText(dlg, IDC_ZX_AS_PROMILE), L"0.25");
+            TypeAndCommit(ui, dlg, IDC_ZX_AS_PROMILE, L"1");
+            EXPECT_EQ(Get(cam, L"QuantilPromile"), 10.0);
+            EXPECT_EQ(zxtest::ItemText(dlg, IDC_ZX_AS_PROMILE), L"1");
+            TypeAndCommit(ui, dlg, IDC_ZX_AS_PROMILE, L"0.03");
             EXPECT_EQ(Get(cam, L"CaptureQuality"), 80.0);
             EXPECT_EQ(Get(cam, L"CaptureMaxExposure"), 20.0);
             EXPECT_EQ(Get(cam, L"QuantilPixels"), 7.0);
-            EXPECT_EQ(Get(cam, L"QuantilPromile"), 0.3);
+            EXPECT_DOUBLE_EQ(Get(cam, L"QuantilPromile"), 0.3);
+            EXPECT_EQ(zxtest::ItemText(dlg, IDC_ZX_AS_PROMILE), L"0.03");
             cam.ClearCallLog();
             zxtest::ClickButton(dlg, IDCANCEL);
         });
@@ -124,7 +130,11 @@ TEST(AdvancedSetup, RadiosWriteRelativeAndEnableTheirEditAndTheRereadMessageFoll
                 zxtest::ClickButton(dlg, row.click);
             } else if (!first) {
                 Set(cam, L"QuantilRelative", row.driverValue);
+                cam.ClearCallLog();
                 SendMessageW(dlg, WM_ZX_ADVANCED_REREAD, 0, 0);
+                // The switch is read first: the refresh after it already sees the driver's choice.
+                ASSERT_FALSE(cam.CallLog().empty());
+                EXPECT_EQ(cam.CallLog().front(), L"PropGetSingle_WRP(0, QuantilRelative)");
             }
             first = false;
             EXPECT_EQ(Get(cam, L"QuantilRelative") != 0.0, row.relative);
@@ -138,6 +148,8 @@ TEST(AdvancedSetup, RadiosWriteRelativeAndEnableTheirEditAndTheRereadMessageFoll
         zxtest::ClickButton(dlg, IDC_ZX_AS_DEFAULT);
         EXPECT_EQ(Get(cam, L"CaptureMaxExposure"), 2000.0);
         EXPECT_EQ(Get(cam, L"CaptureQuality"), 90.0);
+        EXPECT_EQ(Get(cam, L"QuantilPromile"), 1.0) << "one per mille";
+        EXPECT_EQ(zxtest::ItemText(dlg, IDC_ZX_AS_PROMILE), L"0.1") << "shown as 0.1 %";
         zxtest::ClickButton(dlg, IDOK);
     });
     EXPECT_EQ(r, 1);
@@ -169,4 +181,23 @@ TEST(AdvancedSetup, MaximumExposureSetInTheDialogMovesWhereAutoExposureSettles)
     const double limited = settle();
     EXPECT_LE(limited, 5.0 + 1e-9);
     EXPECT_GT(limited, 4.0);
+}
+
+// Measured on window rectangles by zxtest::CentredOnOwner: wholly inside the work
+// area of the owner's monitor, and centred over the owner within a pixel on each
+// axis unless that would cross the work area's edge, where it touches the edge.
+// The owners: one off the monitor's centre, one hanging over its corner.
+TEST(AdvancedSetup, OpensCentredOverItsOwnerAndWhollyOnItsMonitor)
+{
+    CZxSimCamera cam;
+    for (int place : {0, 1}) {
+        zxtest::OwnerWindow owner(place);
+        CZxGrabberAdvancedSetupUI ui(&cam);
+        EXPECT_EQ(zxtest::DriveModal([&] { return ui.CreateUI(reinterpret_cast<ZxHWnd>(owner.Hwnd())); },
+                                     [&](HWND dlg) {
+                                         EXPECT_TRUE(zxtest::CentredOnOwner(dlg, owner.Hwnd())) << place;
+                                         zxtest::ClickButton(dlg, IDOK);
+                                     }),
+                  1);
+    }
 }

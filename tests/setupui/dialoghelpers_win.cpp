@@ -106,3 +106,17 @@ TEST(DialogHelpers, BasePriorityIsAllowedOnWinesAdministratorToken)
 }
 
 } // namespace
+
+TEST(DialogHelpers, NewSettingDialogOpensCentredOverItsOwnerAndWhollyOnItsMonitor)
+{
+    for (int place : {0, 1}) {
+        zxtest::OwnerWindow owner(place);
+        CZxStringW name(L"kept");
+        EXPECT_EQ(DriveModal([&] { return NewSettingDlg(name, owner.Hwnd(), L""); },
+                             [&](HWND dlg) {
+                                 EXPECT_TRUE(zxtest::CentredOnOwner(dlg, owner.Hwnd())) << place;
+                                 zxtest::ClickButton(dlg, 2002);
+                             }),
+                  2);
+    }
+}

@@ -188,3 +188,59 @@ TEST(GUIElement, EventsArriveWithTheElementsCameraActiveAndTheOldOneBack)
     EXPECT_EQ(grabber.SecGrabber_GetActive(), 1);
     element.DestroyUI();
 }
+
+namespace {
+// What the command menu showed while it was open: ROI "Use" (7000) and "Define..." (7001).
+struct MenuSeen {
+    CZxMenu* menu = nullptr;
+    bool tracked = false, useEnabled = false, defineEnabled = false, useChecked = false;
+} g_seen;
+} // namespace
+
+TEST(GUIElement, CommandMenuFollowsTheDialogHostsROIRules)
+{
+    CZxSimGrabber grabber(1);
+    CZxSimCamera* cam = grabber.Camera(0);
+    ParentWindow parent;
+    ElementHost element;
+    CZxGrabberGUIElement_Wrapper wrapper(&element);
+    SharedContext ctx{&wrapper, nullptr};
+    element.ctx = &ctx;
+    element.Init(cam);
+    Sink sink;
+    element.SetHandler(&Handler, &sink);
+    HWND w = reinterpret_cast<HWND>(element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr,
+                                                     nullptr));
+    ASSERT_TRUE(w);
+    ShowWindow(parent.hwnd, SW_SHOW);
+    element.IS_InitCommandX(IDC_ZX_COMMANDMENU, 4);   // the ROI group
+    g_seen.menu = &element.GetCommandMenu();
+    const struct {
+        bool multiView;
+        CZxRect roi;
+        bool roiOn;
+        bool use, define;   // enabled
+    } rows[] = {{false, CZxRect(8, 8, 64, 64), true, true, true},
+                {false, CZxRect(0, 0, 0, 0), false, false, true},   // nothing to use yet
+                {true, CZxRect(8, 8, 64, 64), true, false, false}};  // several cameras in view
+    for (const auto& row : rows) {
+        cam->SetMultiView(row.multiView);
+        cam->ROISet(row.roi);
+        cam->ROIEnable(row.roiOn);
+        g_seen.tracked = false;
+        SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR id, DWORD) {
+            KillTimer(nullptr, id);
+            g_seen.tracked = true;
+            g_seen.useEnabled = g_seen.menu->IsEnabled(7000);
+            g_seen.defineEnabled = g_seen.menu->IsEnabled(7001);
+            g_seen.useChecked = g_seen.menu->IsChecked(7000);
+            EndMenu();
+        });
+        SendMessageW(w, WM_COMMAND, MAKEWPARAM(IDC_ZX_COMMANDMENU, 0), LPARAM(GetDlgItem(w, IDC_ZX_COMMANDMENU)));
+        ASSERT_TRUE(g_seen.tracked) << row.multiView;
+        EXPECT_EQ(g_seen.useEnabled, row.use) << row.multiView << " " << row.roi.IsNull();
+        EXPECT_EQ(g_seen.defineEnabled, row.define) << row.multiView << " " << row.roi.IsNull();
+        EXPECT_EQ(g_seen.useChecked, row.roiOn) << row.multiView << " " << row.roi.IsNull();
+    }
+    element.DestroyUI();
+}

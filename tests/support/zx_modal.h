@@ -4,6 +4,8 @@
 #pragma once
 #include <windows.h>
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <string>
 
@@ -22,6 +24,29 @@ void ClickButton(HWND dlg, int id);
 void SelectCombo(HWND dlg, int id, int index);
 /// The window text of an item (or of the dialog for id 0).
 std::wstring ItemText(HWND dlg, int id);
+
+/// A visible top-level window to own a modal dialog. Place 0 puts it off the
+/// centre of the primary monitor's work area, so a dialog centred on the monitor
+/// is not centred over it; place 1 hangs it over the work area's bottom-right
+/// corner, so a dialog centred over it would leave the monitor.
+class OwnerWindow {
+public:
+    explicit OwnerWindow(int place);
+    ~OwnerWindow();
+    OwnerWindow(const OwnerWindow&) = delete;
+    OwnerWindow& operator=(const OwnerWindow&) = delete;
+    HWND Hwnd() const { return m_hwnd; }
+
+private:
+    HWND m_hwnd = nullptr;
+};
+
+/// "Centred over its owner and fully on the owner's monitor", measured on window
+/// rectangles (GetWindowRect, frames included): the dialog lies inside the work
+/// area of the monitor MonitorFromWindow gives for the owner, and on each axis
+/// its centre is within 1 pixel of the owner's centre, or, where the centred
+/// place would cross the work area's edge, the dialog touches that edge.
+::testing::AssertionResult CentredOnOwner(HWND dlg, HWND owner);
 
 /// Records message boxes instead of showing them while it lives.
 class MessageBoxCapture {

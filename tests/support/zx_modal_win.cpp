@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <string>
+
 #include "zxhost/messagebox.h"
 
 namespace zxtest {
@@ -94,6 +97,53 @@ std::wstring ItemText(HWND dlg, int id)
     std::wstring s(size_t(GetWindowTextLengthW(w)) + 1, L'\0');
     s.resize(size_t(GetWindowTextW(w, &s[0], int(s.size()))));
     return s;
+}
+
+OwnerWindow::OwnerWindow(int place)
+{
+    RECT wa{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &wa, 0);
+    const int w = 500, h = 400;
+    const int x = place == 0 ? wa.left + 10 : wa.right - w / 3;
+    const int y = place == 0 ? wa.top + 20 : wa.bottom - h / 3;
+    m_hwnd = CreateWindowExW(0, L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, x, y, w, h, nullptr, nullptr,
+                             nullptr, nullptr);
+}
+
+OwnerWindow::~OwnerWindow() { DestroyWindow(m_hwnd); }
+
+::testing::AssertionResult CentredOnOwner(HWND dlg, HWND owner)
+{
+    RECT d{}, o{};
+    GetWindowRect(dlg, &d);
+    GetWindowRect(owner, &o);
+    MONITORINFO mi{};
+    mi.cbSize = sizeof(mi);
+    GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTONEAREST), &mi);
+    const RECT& wa = mi.rcWork;
+    auto where = [&] {
+        return " dialog (" + std::to_string(d.left) + ", " + std::to_string(d.top) + ", " + std::to_string(d.right) +
+               ", " + std::to_string(d.bottom) + "), owner (" + std::to_string(o.left) + ", " +
+               std::to_string(o.top) + ", " + std::to_string(o.right) + ", " + std::to_string(o.bottom) +
+               "), work area (" + std::to_string(wa.left) + ", " + std::to_string(wa.top) + ", " +
+               std::to_string(wa.right) + ", " + std::to_string(wa.bottom) + ")";
+    };
+    if (d.left < wa.left || d.top < wa.top || d.right > wa.right || d.bottom > wa.bottom)
+        return ::testing::AssertionFailure() << "not wholly on the owner's monitor:" << where();
+    const LONG dlo[2] = {d.left, d.top}, dhi[2] = {d.right, d.bottom}, olo[2] = {o.left, o.top},
+               ohi[2] = {o.right, o.bottom}, wlo[2] = {wa.left, wa.top}, whi[2] = {wa.right, wa.bottom};
+    for (int axis = 0; axis < 2; ++axis) {
+        const LONG size = dhi[axis] - dlo[axis], centre = (olo[axis] + ohi[axis]) / 2;
+        if (std::abs((dlo[axis] + dhi[axis]) / 2 - centre) <= 1)
+            continue;
+        const LONG idealLo = centre - size / 2;
+        const bool pushed = (idealLo < wlo[axis] && dlo[axis] == wlo[axis]) ||
+                            (idealLo + size > whi[axis] && dhi[axis] == whi[axis]);
+        if (!pushed)
+            return ::testing::AssertionFailure()
+                   << "not centred over its owner " << (axis ? "vertically" : "horizontally") << ":" << where();
+    }
+    return ::testing::AssertionSuccess();
 }
 
 MessageBoxCapture::MessageBoxCapture()

@@ -5,8 +5,9 @@
 #include "zxhost/export.h"
 
 /// Alignment codes: horizontal part (code & 3) 0 left, 1 right, 2 centred;
-/// vertical part ((code >> 2) & 3) 0 top, 1 centred, 2 bottom. So 6 centres a
-/// window over its reference and 2 puts it centred at the reference's top.
+/// vertical part ((code >> 2) & 3) 0 or 1 centred, 2 bottom, 3 top. So 2 and 6
+/// both centre a window over its reference (dialogs open centred unless asked
+/// otherwise) and 14 puts it centred at the reference's top.
 enum : UINT { ZX_ALIGN_KEEP_ON_SCREEN = 1 };
 
 /// Moves `wnd` (size kept) to the place `code` names inside `reference`'s window
