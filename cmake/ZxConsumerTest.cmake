@@ -1,9 +1,9 @@
-# Builds examples/minimal-driver against a freshly installed package, the way a
-# driver writer would, and runs it. Run with cmake -P; the variables come from
-# the test's command line (see ZxPackageTests.cmake):
+# Builds a small driver-like program against a freshly installed package, the
+# way a driver writer would, and runs it; and compiles every installed header.
+# Run with cmake -P; the variables come from the test's command line (see
+# ZxPackageTests.cmake):
 #   BUILD_DIR     the main build tree (installed from)
 #   SOURCE_DIR    the main source tree
-#   EXAMPLE_DIR   the example's source folder
 #   GENERATOR, MAKE_PROGRAM, BUILD_TYPE, EXE_SUFFIX
 #   TOOLCHAIN     toolchain file of a cross build (empty for a native one)
 #   CXX_COMPILER  the native compiler (ignored with a toolchain file)
@@ -63,13 +63,44 @@ foreach(f IN LISTS cmake_files)
   endforeach()
 endforeach()
 
-# Every installed header compiles in a driver's build: none needs a header the
-# package lacks (headers that need <windows.h> only in the Windows package).
-# One unit keeps it cheap; the sanitised preset skips it, since it changes
-# nothing a header declares.
+# A driver's build: one program that links the image side, checks that the
+# library it loaded is the version its headers name, and counts a histogram.
+# Every installed header compiles there too (headers that need <windows.h> only
+# in the Windows package); the sanitised preset skips that unit, since it
+# changes nothing a header declares.
+set(check ${BUILD_DIR}/package-consumer)
+file(REMOVE_RECURSE ${check})
+file(WRITE ${check}/main.cpp [=[
+#include <cstdio>
+#include <cstring>
+#include <vector>
+#include <zx/histogram.h>
+#include <zx/version.h>
+
+int main()
+{
+    std::vector<uint16_t> pixels(64 * 48);
+    for (size_t i = 0; i < pixels.size(); ++i)
+        pixels[i] = uint16_t(i % 4096);
+    SZxPicBuf frame;
+    frame.uiWidth = 64;
+    frame.uiHeight = 48;
+    frame.uiRowBytes = 128;
+    frame.uiBits = 12;
+    frame.uiComp = 1;
+    frame.ui64DataSize = pixels.size() * 2;
+    frame.pData = pixels.data();
+    SZxAEHistogram hist(12, true, false);
+    ZX_ComputeHistogramAE(&hist, &frame, nullptr);
+    std::printf("library %s (headers %s), histogram of %u pixels\n", ZX_GetVersionString(), ZX_VERSION_STRING,
+                hist.uiPixelCount);
+    const bool ok = ZX_GetVersion() == ZX_VERSION && std::strcmp(ZX_GetVersionString(), ZX_VERSION_STRING) == 0 &&
+                    hist.uiPixelCount == 64 * 48 && hist.pdwHisto[0][100] == 1;
+    return ok ? 0 : 1;
+}
+]=])
+set(unit "")
 if(NOT SANITIZE_FLAGS)
-  set(check ${BUILD_DIR}/package-headers)
-  file(REMOVE_RECURSE ${check})
   file(GLOB installed RELATIVE ${prefix}/include ${prefix}/include/zx/*.h ${prefix}/include/zxhost/*.h)
   # Windows-only: including <windows.h>, or a header that is Windows-only itself.
   set(windows_only)
@@ -93,26 +124,35 @@ if(NOT SANITIZE_FLAGS)
       endforeach()
     endforeach()
   endwhile()
-  set(unit "")
   foreach(h IN LISTS installed)
     if(NOT h IN_LIST windows_only)
       string(APPEND unit "#include <${h}>\n")
     endif()
   endforeach()
-  file(WRITE ${check}/all_headers.cpp "${unit}")
-  file(WRITE ${check}/CMakeLists.txt "cmake_minimum_required(VERSION 3.21)
-project(ZxHeaderCheck LANGUAGES CXX)
-set(CMAKE_CXX_STANDARD 17)
-find_package(ZxGrabberSupport CONFIG REQUIRED)
-add_library(headers OBJECT all_headers.cpp)
-target_link_libraries(headers PRIVATE ZxGrabberSupport::core)
-")
 endif()
+file(WRITE ${check}/all_headers.cpp "${unit}")
+file(WRITE ${check}/CMakeLists.txt [=[
+cmake_minimum_required(VERSION 3.21)
+project(ZxConsumer LANGUAGES CXX)
+set(CMAKE_CXX_STANDARD 17)
+find_package(ZxGrabberSupport 0.1 CONFIG REQUIRED)
+add_executable(consumer main.cpp all_headers.cpp)
+target_link_libraries(consumer PRIVATE ZxGrabberSupport::core)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(consumer PRIVATE -Wall -Wextra)
+endif()
+if(WIN32)
+  target_link_options(consumer PRIVATE -static)
+  add_custom_command(TARGET consumer POST_BUILD
+    COMMAND ${CMAKE_COMMAND} -E copy_if_different $<TARGET_RUNTIME_DLLS:consumer> $<TARGET_FILE_DIR:consumer>
+    COMMAND_EXPAND_LISTS)
+endif()
+]=])
 
-# The example's tree sits beside the main build's bin folder, so the Wine runner
+# The build tree sits beside the main build's bin folder, so the Wine runner
 # reuses the main build's prefix.
-set(example_build ${BUILD_DIR}/package-example)
-set(configure ${CMAKE_COMMAND} --fresh -S ${EXAMPLE_DIR} -B ${example_build} -G ${GENERATOR}
+set(consumer_build ${BUILD_DIR}/package-consumer-build)
+set(configure ${CMAKE_COMMAND} --fresh -S ${check} -B ${consumer_build} -G ${GENERATOR}
   -DCMAKE_MAKE_PROGRAM=${MAKE_PROGRAM} -DCMAKE_BUILD_TYPE=${BUILD_TYPE} -DCMAKE_PREFIX_PATH=${prefix}
   -DCMAKE_COMPILE_WARNING_AS_ERROR=ON)
 if(TOOLCHAIN)
@@ -124,11 +164,5 @@ if(SANITIZE_FLAGS)
   list(APPEND configure "-DCMAKE_CXX_FLAGS=${SANITIZE_FLAGS}" "-DCMAKE_EXE_LINKER_FLAGS=${SANITIZE_FLAGS}")
 endif()
 run(${configure})
-run(${CMAKE_COMMAND} --build ${example_build})
-if(NOT SANITIZE_FLAGS)
-  list(TRANSFORM configure REPLACE "^${EXAMPLE_DIR}$" ${check})
-  list(TRANSFORM configure REPLACE "^${example_build}$" ${check}/build)
-  run(${configure})
-  run(${CMAKE_COMMAND} --build ${check}/build)
-endif()
-run(${EMULATOR} ${example_build}/minimal_driver${EXE_SUFFIX})
+run(${CMAKE_COMMAND} --build ${consumer_build})
+run(${EMULATOR} ${consumer_build}/consumer${EXE_SUFFIX})

@@ -44,10 +44,16 @@ install(FILES ${PROJECT_BINARY_DIR}/ZxGrabberSupportConfig.cmake
   ${PROJECT_BINARY_DIR}/ZxGrabberSupportConfigVersion.cmake
   DESTINATION ${ZX_INSTALL_CMAKEDIR})
 
-# The Windows zip carries README and licence at its top; Unix trees keep them in the doc folder.
+# The Windows zip stands alone: its own README (every link inside the zip) and
+# licence at the top, the examples and the toolchain files that build them.
+# Unix trees keep the project's README and licence in the doc folder.
 if(WIN32)
-  set(zx_docdir .)
+  configure_file(${PROJECT_SOURCE_DIR}/docs/package-readme.md.in ${PROJECT_BINARY_DIR}/generated/README.md @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/generated/README.md ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION .)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION examples)
+  install(FILES ${PROJECT_SOURCE_DIR}/cmake/mingw-w64-x86_64.cmake ${PROJECT_SOURCE_DIR}/cmake/mingw-w64-x86_64-clang.cmake
+    DESTINATION toolchains)
+  install(PROGRAMS ${PROJECT_SOURCE_DIR}/cmake/wine-run.sh DESTINATION toolchains)
 else()
-  set(zx_docdir ${CMAKE_INSTALL_DOCDIR})
+  install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 endif()
-install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${zx_docdir})

@@ -1,8 +1,8 @@
 # Tests of what the package delivers: a driver built against the installed
-# package, and (Windows) that the DLLs export every name their headers declare.
+# package, and (Windows) that the DLLs export every name their headers declare
+# and that the zip stands alone.
 set(zx_consumer_args
   -DBUILD_DIR=${PROJECT_BINARY_DIR} -DSOURCE_DIR=${PROJECT_SOURCE_DIR}
-  -DEXAMPLE_DIR=${PROJECT_SOURCE_DIR}/examples/minimal-driver
   -DGENERATOR=${CMAKE_GENERATOR} -DMAKE_PROGRAM=${CMAKE_MAKE_PROGRAM} -DBUILD_TYPE=${CMAKE_BUILD_TYPE}
   -DEXE_SUFFIX=${CMAKE_EXECUTABLE_SUFFIX} -DCXX_COMPILER=${CMAKE_CXX_COMPILER} -DWIN32=${WIN32}
   -DTOOLCHAIN=${CMAKE_TOOLCHAIN_FILE} -DEMULATOR=${CMAKE_CROSSCOMPILING_EMULATOR})
@@ -36,4 +36,24 @@ not exported: exports_probe.h: CZxExportProbe::Missing\\(\\?, \\?\\)\n\
 not exported: exports_probe.h: ZX_ComputeHistogramAE\\(SZxAEHistogram, CZxHistoDraw, SZxGrabberProbe\\)\n\
 no ZX_API: exports_probe.h: CZxUnmarkedProbe::Run\\(\\)\n\
 no ZX_API: exports_probe.h: ZX_UnmarkedProbe\\(\\?\\)\n$")
+  # The screenshot tool's program refuses what it does not know, with its usage.
+  add_test(NAME zxsetup_usage COMMAND zxsetup --help)
+  add_test(NAME zxsetup_refuses_unknown_arguments COMMAND zxsetup modal bogus)
+  set_tests_properties(zxsetup_usage PROPERTIES PASS_REGULAR_EXPRESSION "^usage: zxsetup .*  speeduptime N")
+  set_tests_properties(zxsetup_refuses_unknown_arguments PROPERTIES
+    PASS_REGULAR_EXPRESSION "^zxsetup: unknown argument \"bogus\"\nusage: zxsetup ")
+  # The zip: made, unpacked, checked, and its examples built from it alone and run,
+  # with mingw-w64 GCC and (when installed; ./zx test installs it) with Clang.
+  find_program(ZX_DOXYGEN doxygen)
+  find_program(ZX_CLANGXX clang++)
+  set(zx_zip_test ${CMAKE_COMMAND} -DBUILD_DIR=${PROJECT_BINARY_DIR} -DSOURCE_DIR=${PROJECT_SOURCE_DIR}
+    -DDOXYGEN=${ZX_DOXYGEN} -DGENERATOR=${CMAKE_GENERATOR} -DMAKE_PROGRAM=${CMAKE_MAKE_PROGRAM})
+  add_test(NAME package_zip COMMAND ${zx_zip_test} -DMAKE_ZIP=ON -DTOOLCHAIN=mingw-w64-x86_64.cmake
+    -P ${CMAKE_CURRENT_LIST_DIR}/ZxZipTest.cmake)
+  set_tests_properties(package_zip PROPERTIES TIMEOUT 600 FIXTURES_SETUP zx_zip)
+  if(ZX_CLANGXX)
+    add_test(NAME package_zip_clang COMMAND ${zx_zip_test} -DMAKE_ZIP=OFF -DTOOLCHAIN=mingw-w64-x86_64-clang.cmake
+      -P ${CMAKE_CURRENT_LIST_DIR}/ZxZipTest.cmake)
+    set_tests_properties(package_zip_clang PROPERTIES TIMEOUT 600 FIXTURES_REQUIRED zx_zip)
+  endif()
 endif()

@@ -2,5 +2,6 @@
 #pragma once
 
 void DemoHistograms();
-void DemoAutoExposure();
+/// With `trace` every frame of every run is listed before the summary tables.
+void DemoAutoExposure(bool trace);
 void DemoCamera();

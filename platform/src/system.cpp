@@ -2,21 +2,81 @@
 
 #include <atomic>
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 #include <string>
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 namespace {
 
+// UTF-8 of a wide text: UTF-16 on Windows (pairs of surrogates), UTF-32 elsewhere.
+std::string ToUtf8(const std::wstring& w)
+{
+    std::string out;
+    for (size_t i = 0; i < w.size(); ++i) {
+        uint32_t c = uint32_t(w[i]);
+        if (c >= 0xD800 && c < 0xDC00 && i + 1 < w.size() && uint32_t(w[i + 1]) >= 0xDC00 && uint32_t(w[i + 1]) < 0xE000)
+            c = 0x10000 + ((c - 0xD800) << 10) + (uint32_t(w[++i]) - 0xDC00);
+        else if ((c >= 0xD800 && c < 0xE000) || c > 0x10FFFF)
+            c = 0xFFFD;  // a lone surrogate or no character at all
+        if (c < 0x80) {
+            out += char(c);
+        } else if (c < 0x800) {
+            out += char(0xC0 | (c >> 6));
+            out += char(0x80 | (c & 0x3F));
+        } else if (c < 0x10000) {
+            out += char(0xE0 | (c >> 12));
+            out += char(0x80 | ((c >> 6) & 0x3F));
+            out += char(0x80 | (c & 0x3F));
+        } else {
+            out += char(0xF0 | (c >> 18));
+            out += char(0x80 | ((c >> 12) & 0x3F));
+            out += char(0x80 | ((c >> 6) & 0x3F));
+            out += char(0x80 | (c & 0x3F));
+        }
+    }
+    return out;
+}
+
+// The default sinks' output. A plug-in runs inside a GUI application whose
+// stderr goes nowhere, so on Windows every line also goes to the debugger
+// (OutputDebugStringW: a debugger's output pane or a debug-output viewer), and
+// when ZX_LOG_FILE names a file the line is appended to it. The variable is
+// read at every line, so it can be set while the application runs.
+void WriteDiagLine(const std::wstring& line)
+{
+    static std::mutex s_mutex;
+    std::lock_guard<std::mutex> lock(s_mutex);
+    std::fprintf(stderr, "%ls\n", line.c_str());
+#ifdef _WIN32
+    OutputDebugStringW((line + L"\n").c_str());
+    wchar_t path[MAX_PATH];
+    const DWORD n = GetEnvironmentVariableW(L"ZX_LOG_FILE", path, MAX_PATH);
+    FILE* f = n > 0 && n < MAX_PATH ? _wfopen(path, L"ab") : nullptr;
+#else
+    const char* path = std::getenv("ZX_LOG_FILE");
+    FILE* f = path && *path ? std::fopen(path, "ab") : nullptr;
+#endif
+    if (f) {
+        const std::string text = ToUtf8(line) + "\n";
+        std::fwrite(text.data(), 1, text.size(), f);
+        std::fclose(f);
+    }
+}
+
 void DefaultDiagSink(const wchar_t* condition, const wchar_t* text, int, const wchar_t* file, int line)
 {
-    std::fprintf(stderr, "assertion: %ls (%ls) in %ls:%d\n", condition ? condition : L"",
-                 text ? text : L"", file ? file : L"", line);
+    WriteDiagLine(std::wstring(L"assertion: ") + (condition ? condition : L"") + L" (" + (text ? text : L"") +
+                  L") in " + (file ? file : L"") + L":" + std::to_wstring(line));
 }
 
 void DefaultLogSink(int level, const wchar_t* text)
 {
-    std::fprintf(stderr, "log[%d]: %ls\n", level, text ? text : L"");
+    WriteDiagLine(L"log[" + std::to_wstring(level) + L"]: " + (text ? text : L""));
 }
 
 // Without a translation table a text is shown as written, less a translator's

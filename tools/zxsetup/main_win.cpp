@@ -2,16 +2,13 @@
 // simulated camera and its driver UI, starts the acquisition, and opens the
 // dialog the way the application does.
 //
-//   zxsetup [modal | modeless] [split] [auto] [exposure MS] [named] [menu | newsetting]
-//
-// split starts in the per-colour histogram view, auto turns auto exposure on,
-// exposure sets the exposure time before the dialog opens, named stores two
-// named settings; menu opens the command menu at its "Load Settings" entry and
-// newsetting the new-setting dialog once the dialog is up (for screenshots).
+// Arguments: see kUsage. Unknown ones are refused with the usage text, so a
+// mistyped screenshot command fails instead of showing the default dialog.
 #include <windows.h>
 
 #include <commctrl.h>
 #include <shellapi.h>
+#include <cstdio>
 #include <cwchar>
 #include <string>
 
@@ -20,6 +17,33 @@
 #include "zxsim/setupui.h"
 
 namespace {
+const wchar_t kUsage[] =
+    L"usage: zxsetup [modal | modeless] [split] [auto] [exposure MS] [named] [menu | newsetting]\n"
+    L"               [element] [advanced] [speeduptime N] [--help]\n"
+    L"  modal        open the setup dialog modal (default: modeless)\n"
+    L"  split        start with the red, green and blue histograms side by side\n"
+    L"  auto         turn auto exposure on\n"
+    L"  exposure MS  exposure time in ms before the dialog opens\n"
+    L"  named        store two named settings\n"
+    L"  menu         open the command menu at \"Load Settings\" once the dialog is up\n"
+    L"  newsetting   open the new-setting dialog once the dialog is up\n"
+    L"  element      show the setup docked in a pane, as a GUI element\n"
+    L"  advanced     press the page's \"Advanced...\" button once it is up\n"
+    L"  speeduptime N  set the \"SpeedUpTime\" property (time-based live acceleration)\n";
+
+// A GUI program started from a console writes there; without one (started
+// from Explorer) the text goes to a message box.
+void PrintUsage(FILE* stream)
+{
+    HANDLE h = GetStdHandle(stream == stdout ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+    if (h && h != INVALID_HANDLE_VALUE) {
+        std::fwprintf(stream, L"%ls", kUsage);
+        std::fflush(stream);
+    } else {
+        MessageBoxW(nullptr, kUsage, L"zxsetup", MB_OK | (stream == stdout ? MB_ICONINFORMATION : MB_ICONERROR));
+    }
+}
+
 bool g_startSplit = false;
 CZxSimSetupUI* g_ui = nullptr;
 
@@ -97,8 +121,14 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
     CZxSimDriverCamera camera;
     for (int i = 1; i < argc; ++i) {
         const std::wstring a = argv[i];
+        if (a == L"--help" || a == L"-h" || a == L"/?") {
+            PrintUsage(stdout);
+            return 0;
+        }
         if (a == L"modal")
             modal = true;
+        else if (a == L"modeless")
+            modal = false;
         else if (a == L"split")
             g_startSplit = true;
         else if (a == L"auto")
@@ -121,6 +151,11 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
             later = &OpenAdvanced;
         else if (a == L"speeduptime" && i + 1 < argc)
             SetProperty(camera, L"SpeedUpTime", CZxVariant(int(std::wcstol(argv[++i], nullptr, 10))));
+        else {
+            std::fwprintf(stderr, L"zxsetup: unknown argument \"%ls\"\n", a.c_str());
+            PrintUsage(stderr);
+            return 2;
+        }
     }
     LocalFree(argv);
 

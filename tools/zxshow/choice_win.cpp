@@ -1,6 +1,6 @@
-// Scene "choice": the choice controls over the simulated camera with its German
-// translations: the trigger combo open, the readout, format and binning combos,
-// a check box, owner-drawn checks in their four states, radios and steppers.
+// Scene "choice": the choice controls over the simulated camera, in English:
+// the trigger combo open, the readout, format and binning combos, a check box,
+// owner-drawn checks in their four states, radios and steppers.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -38,13 +38,16 @@ void Set(CZxSimCamera& cam, const wchar_t* name, const CZxVariant& value)
 
 void ShowChoice(HINSTANCE instance)
 {
-    ZX_SetTranslationHook(&CZxSimCamera::Translate);
     static CZxSimCamera camera;
     static CZxISControlList list;
     g_list = &list;
     camera.SetProperty(L"LockedOption", L"Locked option", CZxVariant(false), false);
+    // The template's second check is bound to "Cooling" in the tests; here it
+    // shows a property of its own, so that no label appears twice.
+    camera.SetProperty(L"Fan", L"Fan", CZxVariant(false), false);
     Set(camera, L"AutoExposure", true);
     Set(camera, L"Cooling", false);
+    Set(camera, L"Fan", true);
     Set(camera, L"FilterWheel", 2);
     Set(camera, L"LightSource", L"halogen");
 
@@ -58,7 +61,8 @@ void ShowChoice(HINSTANCE instance)
     static CZxISControlComboBinning binning(L"", ZX_MODE_FAST, IDC_CH_BINNING, 1);
     static CZxISControlCheck cooling(L"Cooling", ZX_MODE_FAST, IDC_CH_CHECK, 1, false, true);
     static CZxISControlCheckOwnerDraw owner1(L"AutoExposure", ZX_MODE_FAST, IDC_CH_OWNER1, 1);
-    static CZxISControlCheckOwnerDraw owner2(L"Cooling", ZX_MODE_FAST, IDC_CH_OWNER2, 1);
+    static CZxISControlCheckOwnerDraw owner2(L"Fan", ZX_MODE_FAST, IDC_CH_OWNER2, 1);
+    SetDlgItemTextW(dlg, IDC_CH_OWNER2, L"Fan");
     static CZxISControlCheckOwnerDraw owner3(L"QuantilRelative", ZX_MODE_FAST, IDC_CH_OWNER3, 2);
     static CZxISControlCheckOwnerDraw owner4(L"LockedOption", ZX_MODE_FAST, IDC_CH_OWNER4, 2);
     static CZxISControlRadio area(L"SensorMode", ZX_MODE_FAST, IDC_CH_RADIO1, IDC_CH_RADIO3, 1);

@@ -1,8 +1,10 @@
 // Scene "inputsetup": the input-setup test dialog with base controls attached
-// to the simulated camera through a control list.
+// to the simulated camera through a control list. The tests' template names
+// its items after their kinds; the scene names them after what they show.
 #include <windows.h>
 
 #include <commctrl.h>
+#include <utility>
 
 #include "../../tests/inputsetup/inputsetup_test_resource.h"
 #include "zx/inputsetupcontrols.h"
@@ -17,6 +19,20 @@ void ShowInputSetup(HINSTANCE instance)
     HWND dlg = CreateDialogParamW(instance, MAKEINTRESOURCEW(IDD_IS_TEST), nullptr, SceneProc, 0);
     if (!dlg)
         return;
+    const wchar_t* labels[] = {L"Trigger", L"Target temp.", L"Exposure", L"Sharpness", L"Sensor temp."};
+    size_t next = 0;
+    for (HWND c = GetWindow(dlg, GW_CHILD); c && next < sizeof(labels) / sizeof(labels[0]); c = GetWindow(c, GW_HWNDNEXT))
+        if ((GetDlgCtrlID(c) & 0xFFFF) == 0xFFFF)
+            SetWindowTextW(c, labels[next++]);
+    const std::pair<int, const wchar_t*> captions[] = {
+        {IDC_IS_LABEL, L"Gain"},          {IDC_IS_CHECK, L"Cooling"},     {IDC_IS_RADIO1, L"Slow"},
+        {IDC_IS_RADIO2, L"Normal"},       {IDC_IS_RADIO3, L"Fast"}, {IDC_IS_PUSH, L"Snap"},
+        {IDC_IS_PUSH_TEXT, L"Calibrate"}, {IDC_IS_MULTI1, L"1 ms"},       {IDC_IS_MULTI2, L"10 ms"},
+        {IDC_IS_MULTI3, L"100 ms"}};
+    for (const auto& c : captions)
+        SetDlgItemTextW(dlg, c.first, c.second);
+    ShowWindow(GetDlgItem(dlg, IDC_IS_OWNERDRAW), SW_HIDE);   // drawn by the tests only
+    SetWindowTextW(dlg, L"Input Setup");
     SetDlgItemTextW(dlg, IDC_IS_EDIT, L"1.0");
     HWND combo = GetDlgItem(dlg, IDC_IS_COMBO);
     for (const wchar_t* s : {L"Free Run", L"Software", L"Hardware"})
@@ -30,7 +46,6 @@ void ShowInputSetup(HINSTANCE instance)
     SendDlgItemMessageW(dlg, IDC_IS_TRACK, TBM_SETPOS, TRUE, 3);
     SetDlgItemTextW(dlg, IDC_IS_TRACK_TEXT, L"3");
     SetDlgItemTextW(dlg, IDC_IS_SPIN_EDIT, L"25.0");
-    
     CheckRadioButton(dlg, IDC_IS_RADIO1, IDC_IS_RADIO3, IDC_IS_RADIO2);
     SetDlgItemTextW(dlg, IDC_IS_STATIC, L"Frame rate 30.0");
     SetDlgItemTextW(dlg, IDC_IS_LIST_TEXT, L"Binning 2x2");

@@ -15,7 +15,14 @@ typedef void (*PFN_ZxDiagSink)(const wchar_t* condition, const wchar_t* text, in
 /// its contract says.
 ZX_HOST_API void DiagAssertW(const wchar_t* condition, const wchar_t* text, int flags,
                              const wchar_t* sourceFile, int line);
-/// Replaces the sink (null restores the default, which writes to stderr); returns the old one.
+/// Replaces the sink (null restores the default); returns the old one.
+///
+/// The default sink writes one line, "assertion: CONDITION (TEXT) in FILE:LINE",
+/// to stderr and, on Windows, with OutputDebugStringW, where a debugger or a
+/// debug-output viewer shows it (a plug-in's stderr is seldom visible). When
+/// the environment variable ZX_LOG_FILE names a file, the line is also appended
+/// to it in UTF-8; the variable is read at every line. The default log sink
+/// writes "log[LEVEL]: TEXT" the same ways. Any thread; lines never interleave.
 ZX_HOST_API PFN_ZxDiagSink ZX_SetDiagSink(PFN_ZxDiagSink sink);
 
 #define ZX_WIDEN2_(x) L##x
@@ -33,6 +40,8 @@ typedef void (*PFN_ZxLogSink)(int level, const wchar_t* text);
 /// Detail level of the log; warnings of a given level are written only when it is at least that.
 ZX_HOST_API int ZX_GetLogDetail();
 ZX_HOST_API void ZX_SetLogDetail(int level);
+/// Replaces the log sink (null restores the default, which writes where the
+/// default diagnostics sink does: see ZX_SetDiagSink); returns the old one.
 ZX_HOST_API PFN_ZxLogSink ZX_SetLogSink(PFN_ZxLogSink sink);
 /// Writes a formatted line when the detail level is at least `level`.
 ZX_HOST_API void ZX_LogW(int level, const wchar_t* fmt, ...);
