@@ -245,7 +245,7 @@ def main(argv):
     for code in langs.CODES:
         if code == "en":
             continue
-        path = os.path.join(TRANSLATIONS, code + ".po")
+        path = os.path.join(TRANSLATIONS, langs.LANGS[code].po + ".po")
         if os.path.exists(path):
             outputs[path] = (langs.LANGS[code].locale, merged(entries, path))
     stale = []

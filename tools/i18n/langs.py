@@ -4,13 +4,17 @@
 class Lang:
     def __init__(self, code, locale, primary, sub, langid, font=None, name=""):
         self.code, self.locale, self.primary, self.sub, self.langid = code, locale, primary, sub, langid
+        # The catalog's file name: the language, or the locale where the
+        # language has several (pt_BR.po, zh_CN.po).
+        self.po = locale if code in ("pt", "zh") else code
         # None keeps the English templates' font ("MS Shell Dlg", 8 points).
         self.font = font
         self.name = name
 
     @property
     def language_line(self):
-        return "LANGUAGE %s, %s" % (self.primary, self.sub)
+        # As numbers: resource compilers do not know every sublanguage name.
+        return "LANGUAGE 0x%02x, 0x%02x  // %s, %s" % (self.langid & 0x3FF, self.langid >> 10, self.primary, self.sub)
 
 
 # The CJK dialogs name the fonts those Windows versions show dialogs in; under
@@ -38,3 +42,11 @@ def is_source_language(language):
         return False
     return language[0] in ("LANG_ENGLISH", "LANG_NEUTRAL") and \
         (language[0] == "LANG_NEUTRAL" or language[1] == "SUBLANG_ENGLISH_US")
+
+
+def by_catalog(name):
+    """The language of a catalog file name without .po, or None."""
+    for l in LANGS.values():
+        if l.po == name:
+            return l
+    return None

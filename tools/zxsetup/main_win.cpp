@@ -2,8 +2,10 @@
 // simulated camera and its driver UI, starts the acquisition, and opens the
 // dialog the way the application does.
 //
-//   zxsetup [modal | modeless] [split] [auto] [exposure MS] [named] [menu | newsetting]
+//   zxsetup [--lang CODE] [modal | modeless] [split] [auto] [exposure MS] [named] [menu | newsetting]
 //
+// --lang shows the dialogs in that language (en, de, fr, es, it, pt, ru, pl,
+// ja, ko, zh), as the application's locale service would;
 // split starts in the per-colour histogram view, auto turns auto exposure on,
 // exposure sets the exposure time before the dialog opens, named stores two
 // named settings; menu opens the command menu at its "Load Settings" entry and
@@ -12,11 +14,14 @@
 
 #include <commctrl.h>
 #include <shellapi.h>
+#include <cstdio>
 #include <cwchar>
 #include <string>
 
 #include "zx/dialoghelpers.h"
 #include "zx/inputform.h"
+#include "zxhost/locale.h"
+#include "zxsim/languages.h"
 #include "zxsim/setupui.h"
 
 namespace {
@@ -97,7 +102,14 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
     CZxSimDriverCamera camera;
     for (int i = 1; i < argc; ++i) {
         const std::wstring a = argv[i];
-        if (a == L"modal")
+        if (a == L"--lang" && i + 1 < argc) {
+            const uint16_t lang = ZxSimLanguageId(argv[++i]);
+            if (!lang) {
+                std::fwprintf(stderr, L"zxsetup: unknown language %ls\n", argv[i]);
+                return 2;
+            }
+            ZX_SetLanguageId(lang);
+        } else if (a == L"modal")
             modal = true;
         else if (a == L"split")
             g_startSplit = true;
