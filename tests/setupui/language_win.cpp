@@ -274,6 +274,9 @@ std::vector<std::wstring> ReferenceTexts(WORD lang)
     if (ui.InputSetupModelessShow(nullptr) != 0)
         return out;
     HWND dlg = ui.GetHDlg();
+    // The driver's texts (labels, radio choices, commands) must fit as well.
+    for (const std::wstring& f : TextFaults(dlg))
+        ADD_FAILURE() << Utf8(f);
     out.push_back(Text(dlg));
     for (int id : {IDC_ZX_CAMERA_GROUP, IDC_ZX_LBL_EXPOSURE, IDC_ZX_LBL_INFO, IDC_ZX_AUTO, IDC_ZX_CHOICE1,
                    IDC_ZX_COMMAND1, IDC_ZX_COMMAND2, IDC_ZX_FQSYNC, IDC_ZX_ADVANCED, IDC_ZX_COMMANDMENU, IDC_ZX_HELP,
