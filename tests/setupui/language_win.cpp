@@ -286,11 +286,18 @@ std::vector<std::wstring> ReferenceTexts(WORD lang)
     CZxISControlList controls;
     zxsetupui::CommandMenuCreate(
         zxsetupui::SCommandMenuHost{&camera, &menu, dlg, &controls, 1 | 2 | 4 | 8, false, L"grabberuibase", {}});
+    std::set<wchar_t> keys;
     for (int i = 0; i < menu.GetItemCount(); ++i) {
-        const CZxStringW t = menu.GetItemText(menu.GetItemId(i));
-        if (!t.IsEmpty())
-            out.push_back(t.GetString());
+        const std::wstring t = menu.GetItemText(menu.GetItemId(i)).GetString();
+        if (t.empty())
+            continue;
+        out.push_back(t);
+        const size_t amp = t.find(L'&');
+        if (amp != std::wstring::npos && amp + 1 < t.size()) {
+            EXPECT_TRUE(keys.insert(wchar_t(std::towlower(t[amp + 1]))).second) << "menu mnemonic twice: " << Utf8(t);
+        }
     }
+    EXPECT_GE(keys.size(), 2u) << "the copy commands have their mnemonics";
     ui.InputSetupModelessHide();
     return out;
 }
