@@ -31,6 +31,15 @@ if [ ! -f "$WINEPREFIX/.zx-ready" ]; then
   "$wineserver" -w
   touch "$WINEPREFIX/.zx-ready"
 fi
+# The CJK dialogs name the fonts those Windows versions ship; here they are
+# drawn with the CJK font of Debian's fonts-wqy-microhei.
+if [ ! -f "$WINEPREFIX/.zx-cjk-fonts-2" ]; then
+  for face in "Meiryo UI" "Malgun Gothic" "Microsoft YaHei UI"; do
+    "$wine" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$face" /d "WenQuanYi Micro Hei" /f \
+      </dev/null >/dev/null 2>&1
+  done
+  touch "$WINEPREFIX/.zx-cjk-fonts-2"
+fi
 # Bring the wine session (server, services, desktop) up with its output detached,
 # so that those long-lived processes neither hold the caller's pipes open nor
 # race the first window the test creates. The server lingers briefly between

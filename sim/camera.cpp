@@ -4,6 +4,7 @@
 
 #include "camera_internal.h"
 #include "zx/status.h"
+#include "zxhost/system.h"
 
 namespace simcam {
 
@@ -152,7 +153,10 @@ void CZxSimCamera::Diff(const SSnapshot& before, SZxStateChangeInfo& info)
 
 CZxStringW CZxSimCamera::GrabberDriverGetClassName() { return ZXSIM_DRIVER_CLASS; }
 CZxStringW CZxSimCamera::GrabberDriverGetClassNameLogical() { return ZXSIM_DRIVER_CLASS; }
-CZxStringW CZxSimCamera::GrabberDriverNameLocalisedGet() { return L"Simulated Camera"; }
+CZxStringW CZxSimCamera::GrabberDriverNameLocalisedGet()
+{
+    return ZX_GetTranslation(L"Simulated Camera", L"inputsetupcontrols");
+}
 
 int CZxSimCamera::InputSetupModelessHide()
 {

@@ -5,12 +5,14 @@
 #include "zxsim/setupui.h"
 
 #include "zx/advancedsetup.h"
+#include "zx/dialoghelpers.h"
 #include "zx/histogram.h"
 #include "zx/inputform.h"
 #include "zx/iscontrols_choice.h"
 #include "zx/iscontrols_command.h"
 #include "zx/iscontrols_freecombo.h"
 #include "zx/iscontrols_numeric.h"
+#include "zxhost/system.h"
 
 namespace {
 const UINT_PTR kPollTimer = 1;
@@ -123,7 +125,8 @@ void OnPageInit(SZxSimSetupPage& page, HWND hwnd)
         {new CZxISControlComboBinning(L"", kModeInUse, IDC_ZX_BINNING, kGroupValues), 0},
         {new CZxISControlRadio(L"ReadoutMode", kModeInUse, IDC_ZX_CHOICE1, IDC_ZX_CHOICE3, kGroupValues),
          IDC_ZX_LBL_CHOICE},
-        {new CZxISControlStatic(L"FrameRate", kModeInUse, IDC_ZX_INFO, kGroupPolled, L"%.1lf frames/s"),
+        {new CZxISControlStatic(L"FrameRate", kModeInUse, IDC_ZX_INFO, kGroupPolled,
+                                ZX_GetTranslation(L"%.1lf frames/s", L"inputsetupcontrols")),
          IDC_ZX_LBL_INFO},
         {new CZxISControlPushCommand(L"Snap", IDC_ZX_COMMAND1, kGroupCommands), 0},
         // The asynchronous command's button turns into "Cancel" while it runs.
@@ -133,14 +136,16 @@ void OnPageInit(SZxSimSetupPage& page, HWND hwnd)
     };
     SZxGrabberCommandDesc01 calibrate;
     if (provider && provider->CommandGetDesc_WRP(L"Calibrate", calibrate) == 0)
-        SetDlgItemTextW(hwnd, IDC_ZX_COMMAND2, calibrate.m_wstrText.GetString());
+        SetDlgItemTextW(hwnd, IDC_ZX_COMMAND2, ZX_GetTranslation(calibrate.m_wstrText, L"inputsetupcontrols"));
     CZxISControlList& controls = host.GetControls();
     for (const Item& item : items) {
         page.items.emplace_back(item.control);
         item.control->Attach(reinterpret_cast<ZxHWnd>(hwnd), provider, &controls);
         CZxStringW label;
+        // Labels in the user's language, looked up as the controls look up driver texts.
         if (item.labelId && item.control->_GetPropertyText(label) == 0)
-            SetDlgItemTextW(hwnd, item.labelId, (label.Std() + L":").c_str());
+            SetDlgItemTextW(hwnd, item.labelId,
+                            (ZX_GetTranslation(label, L"inputsetupcontrols").Std() + L":").c_str());
     }
 
     // Rows of the template this driver does not bind: label and items go.
@@ -185,8 +190,11 @@ void OnPageInit(SZxSimSetupPage& page, HWND hwnd)
     controls.ReinitMany(kAll);
     controls.UpdateFromGenericMany(kAll);
     controls.UpdateStateMany(kGroupValues);
+    // The caption: the driver's name before the template's own (translated) title.
+    wchar_t title[128] = L"";
+    GetWindowTextW(hwnd, title, 128);
     if (provider)
-        SetWindowTextW(hwnd, (provider->GrabberDriverNameLocalisedGet().Std() + L" - Input Setup").c_str());
+        SetWindowTextW(hwnd, (provider->GrabberDriverNameLocalisedGet().Std() + L" - " + title).c_str());
     SetTimer(hwnd, kPollTimer, 200, nullptr);
 }
 
@@ -275,10 +283,14 @@ int32_t CZxSimSetupUI::DoInputSetup(bool modal, ZxHWnd parent)
         else
             InputSetupModelessHide();
     };
+    // The library's generic form in the application's language.
+    HMODULE module = ZX_GetLibraryModule();
+    const DLGTEMPLATE* form = ZX_LoadDialogTemplate(ZX_INPUT_FORM, module);
+    if (!form)
+        return -11;
     if (modal)
-        return int32_t(
-            DialogBoxParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &ZxSimSetupPageProc, LPARAM(&m_page)));
-    HWND dlg = CreateDialogParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &ZxSimSetupPageProc, LPARAM(&m_page));
+        return int32_t(DialogBoxIndirectParamW(module, form, owner, &ZxSimSetupPageProc, LPARAM(&m_page)));
+    HWND dlg = CreateDialogIndirectParamW(module, form, owner, &ZxSimSetupPageProc, LPARAM(&m_page));
     if (!dlg)
         return -11;
     ShowWindow(dlg, SW_SHOW);

@@ -16,8 +16,10 @@ const DLGTEMPLATE* ZX_FindDialogTemplate(HMODULE module, const wchar_t* name)
 {
     if (!name)
         return nullptr;
-    for (WORD lang : {WORD(ZX_GetLanguageId()), WORD(MAKELANGID(LANG_NEUTRAL, SUBLANG_NEUTRAL))})
-        if (const DLGTEMPLATE* t = Load(module, FindResourceExW(module, RT_DIALOG, name, lang)))
+    const WORD lang = ZX_GetLanguageId();
+    for (WORD l : {lang, WORD(MAKELANGID(PRIMARYLANGID(lang), SUBLANG_DEFAULT)),
+                   WORD(MAKELANGID(LANG_NEUTRAL, SUBLANG_NEUTRAL))})
+        if (const DLGTEMPLATE* t = Load(module, FindResourceExW(module, RT_DIALOG, name, l)))
             return t;
     return Load(module, FindResourceW(module, name, RT_DIALOG));
 }

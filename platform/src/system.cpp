@@ -1,15 +1,21 @@
 #include "zxhost/system.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cwchar>
 #include <mutex>
 #include <string>
+#include <utility>
 #ifdef _WIN32
 #include <windows.h>
 #endif
+
+#include "catalog.h"
+#include "zxhost/locale.h"
 
 namespace {
 
@@ -79,11 +85,25 @@ void DefaultLogSink(int level, const wchar_t* text)
     WriteDiagLine(L"log[" + std::to_wstring(level) + L"]: " + (text ? text : L""));
 }
 
-// Without a translation table a text is shown as written, less a translator's
-// note such as "Mono (camera type <- !don't_translate!)", which keys a word
-// that has several meanings.
-CZxStringW IdentityTranslation(const wchar_t* text, const wchar_t*)
+// The catalog's text for the current language, else the text as written, less
+// a translator's note such as "Mono (camera type <- !don't_translate!)", which
+// keys a word that has several meanings.
+CZxStringW CatalogTranslation(const wchar_t* text, const wchar_t* context)
 {
+    const uint16_t primary = ZX_GetLanguageId() & 0x3FF;
+    for (size_t l = 0; l < zxhost::kCatalogLanguageCount; ++l) {
+        const zxhost::SCatalogLanguage& lang = zxhost::kCatalogLanguages[l];
+        if (lang.primaryLanguage != primary)
+            continue;
+        auto less = [](const zxhost::SCatalogEntry& e, std::pair<const wchar_t*, const wchar_t*> key) {
+            const int c = std::wcscmp(e.context, key.first);
+            return c < 0 || (c == 0 && std::wcscmp(e.text, key.second) < 0);
+        };
+        const zxhost::SCatalogEntry* end = lang.entries + lang.count;
+        const zxhost::SCatalogEntry* e = std::lower_bound(lang.entries, end, std::make_pair(context, text), less);
+        if (e != end && std::wcscmp(e->context, context) == 0 && std::wcscmp(e->text, text) == 0)
+            return CZxStringW(e->translation);
+    }
     std::wstring t(text);
     const std::wstring note = L" <- !don't_translate!)";
     if (t.size() > note.size() && t.compare(t.size() - note.size(), note.size(), note) == 0) {
@@ -96,7 +116,7 @@ CZxStringW IdentityTranslation(const wchar_t* text, const wchar_t*)
 
 std::atomic<PFN_ZxDiagSink> g_diagSink{&DefaultDiagSink};
 std::atomic<PFN_ZxLogSink> g_logSink{&DefaultLogSink};
-std::atomic<PFN_ZxTranslate> g_translate{&IdentityTranslation};
+std::atomic<PFN_ZxTranslate> g_translate{&CatalogTranslation};
 std::atomic<int> g_logDetail{0};
 std::atomic<long long> g_outstanding{0};
 
@@ -170,5 +190,5 @@ CZxStringW ZX_GetTranslation(const wchar_t* text, const wchar_t* sourceContext)
 
 PFN_ZxTranslate ZX_SetTranslationHook(PFN_ZxTranslate hook)
 {
-    return g_translate.exchange(hook ? hook : &IdentityTranslation);
+    return g_translate.exchange(hook ? hook : &CatalogTranslation);
 }

@@ -1,5 +1,7 @@
 #include "zx/dialoghelpers.h"
 
+#include "langdialog_win.h"
+
 #include <vector>
 
 #include "zx/grabberuibase.h"
@@ -17,11 +19,6 @@ struct SNewSetting {
     wchar_t buffer[256];
     const wchar_t* title;
 };
-
-HRSRC FindIn(HMODULE module, const wchar_t* name, WORD lang)
-{
-    return FindResourceExW(module, RT_DIALOG, name, lang);
-}
 
 // Enter moves to OK instead of closing; the edit wants every key so the dialog
 // manager does not take Enter first.
@@ -96,13 +93,7 @@ INT_PTR CALLBACK NewSettingProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam
 
 const DLGTEMPLATE* ZX_LoadDialogTemplate(const wchar_t* name, HMODULE module)
 {
-    if (!name)
-        return nullptr;
-    HRSRC res = FindIn(module, name, ZX_GetLanguageId());
-    if (!res)
-        res = FindIn(module, name, MAKELANGID(LANG_NEUTRAL, SUBLANG_NEUTRAL));
-    HGLOBAL mem = res ? LoadResource(module, res) : nullptr;
-    return mem ? static_cast<const DLGTEMPLATE*>(LockResource(mem)) : nullptr;
+    return zx::FindDialogTemplate(module, name);
 }
 
 int32_t Dialog_Box_Param(HMODULE module, const wchar_t* name, HWND parent, DLGPROC proc, int64_t param)
@@ -121,10 +112,7 @@ int32_t NewSettingDlg(CZxStringW& name, HWND parent, const wchar_t* title)
     ZX_CopyBoundedW(data.buffer, 256, name.GetString());
     data.title = title;
     // The template in the application's language, from the library's module.
-    HMODULE module = ZX_GetLibraryModule();
-    const DLGTEMPLATE* t = ZX_LoadDialogTemplate(L"NEW_SETTING", module);
-    const INT_PTR result = t ? DialogBoxIndirectParamW(module, t, parent, &NewSettingProc, LPARAM(&data))
-                             : DialogBoxParamW(module, L"NEW_SETTING", parent, &NewSettingProc, LPARAM(&data));
+    const INT_PTR result = zx::ModalDialogInLanguage(L"NEW_SETTING", parent, &NewSettingProc, LPARAM(&data));
     if (result == 1)
         name = data.buffer;
     return int32_t(result);

@@ -2,6 +2,7 @@
 
 #include <atomic>
 
+#include "../common/langdialog_win.h"
 #include "zx/dialoghelpers.h"
 #include "zx/grabberuibase.h"
 #include "zx/iscontrols_choice.h"
@@ -67,8 +68,8 @@ int32_t CZxGrabberAdvancedSetupUI::CreateUI(ZxHWnd parent)
     if (m_hDlg)
         return -10;
     CZxISControlEditBase::Init();   // the edits' registry; nothing when it exists
-    return Dialog_Box_Param(ZX_GetLibraryModule(), ZX_ADVANCED_SETUP, reinterpret_cast<HWND>(parent), &DialogProc,
-                            int64_t(reinterpret_cast<intptr_t>(this)));
+    return int32_t(zx::ModalDialogInLanguage(ZX_ADVANCED_SETUP, reinterpret_cast<HWND>(parent), &DialogProc,
+                                             LPARAM(this)));
 }
 
 INT_PTR CALLBACK CZxGrabberAdvancedSetupUI::DialogProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)

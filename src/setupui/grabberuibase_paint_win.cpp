@@ -141,7 +141,9 @@ void zxsetupui::DrawMenuButtonFace(const DRAWITEMSTRUCT& dis, HWND dialog, const
     const int h = dis.rcItem.bottom - dis.rcItem.top;
     wchar_t text[257] = {};
     GetDlgItemTextW(dialog, int(dis.CtlID), text, 256);
-    HGDIOBJ oldFont = SelectObject(dc, ZX_GetDefaultGUIFont());
+    // The dialog's font: it has the glyphs of the template's language.
+    const HFONT own = reinterpret_cast<HFONT>(SendMessageW(dis.hwndItem, WM_GETFONT, 0, 0));
+    HGDIOBJ oldFont = SelectObject(dc, own ? own : ZX_GetDefaultGUIFont());
     const int oldMode = SetBkMode(dc, TRANSPARENT);
     const COLORREF oldColour = SetTextColor(dc, GetSysColor(disabled ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
     RECT t = r;

@@ -1,5 +1,6 @@
 #include "zx/grabberguielementbase.h"
 
+#include "../common/langdialog_win.h"
 #include "commandmenu_win.h"
 #include "zxhost/grabber.h"
 #include "zxhost/guicolors.h"
@@ -66,7 +67,8 @@ HWND CZxGrabberGUIElement_Base::CreateChildDialog(HMODULE module, const wchar_t*
 {
     // Setup templates are written as pop-up dialogs; docked, the caption and
     // frame belong to the pane around the element.
-    HWND w = CreateDialogParamW(module, name, parent, proc, param);
+    const DLGTEMPLATE* t = zx::FindDialogTemplate(module, name);
+    HWND w = t ? CreateDialogIndirectParamW(module, t, parent, proc, param) : nullptr;
     if (!w)
         return nullptr;
     LONG_PTR style = GetWindowLongPtrW(w, GWL_STYLE);

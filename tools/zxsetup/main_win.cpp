@@ -14,12 +14,15 @@
 
 #include "zx/dialoghelpers.h"
 #include "zx/inputform.h"
+#include "zxhost/locale.h"
+#include "zxsim/languages.h"
 #include "zxsim/setupui.h"
 
 namespace {
 const wchar_t kUsage[] =
-    L"usage: zxsetup [modal | modeless] [split] [auto] [exposure MS] [named] [menu | newsetting]\n"
+    L"usage: zxsetup [--lang CODE] [modal | modeless] [split] [auto] [exposure MS] [named] [menu | newsetting]\n"
     L"               [element] [advanced] [speeduptime N] [--help]\n"
+    L"  --lang CODE  show the dialogs in that language: en de fr es it pt ru pl ja ko zh\n"
     L"  modal        open the setup dialog modal (default: modeless)\n"
     L"  split        start with the red, green and blue histograms side by side\n"
     L"  auto         turn auto exposure on\n"
@@ -125,7 +128,15 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
             PrintUsage(stdout);
             return 0;
         }
-        if (a == L"modal")
+        if (a == L"--lang" && i + 1 < argc) {
+            const uint16_t lang = ZxSimLanguageId(argv[++i]);
+            if (!lang) {
+                std::fwprintf(stderr, L"zxsetup: unknown language %ls\n", argv[i]);
+                PrintUsage(stderr);
+                return 2;
+            }
+            ZX_SetLanguageId(lang);
+        } else if (a == L"modal")
             modal = true;
         else if (a == L"modeless")
             modal = false;

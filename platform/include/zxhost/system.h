@@ -67,6 +67,8 @@ public:
 
 typedef CZxStringW (*PFN_ZxTranslate)(const wchar_t* text, const wchar_t* sourceContext);
 /// Translates a user-visible text; `sourceContext` is the short source-file name
-/// that owns it. The default returns the text unchanged.
+/// that owns it. The default looks the pair up in the catalogs built from
+/// resources/translations/*.po for the language of ZX_GetLanguageId (primary
+/// language), and returns the text unchanged when there is no entry.
 ZX_HOST_API CZxStringW ZX_GetTranslation(const wchar_t* text, const wchar_t* sourceContext);
 ZX_HOST_API PFN_ZxTranslate ZX_SetTranslationHook(PFN_ZxTranslate hook);

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "zxhost/system.h"
 #include "zxhost/grabber.h"
 #include "zxsim/camera.h"
 
@@ -36,7 +37,10 @@ public:
     CZxGenProvider_Low* GetProvider_Low() override { return m_cameras[static_cast<size_t>(m_active)].get(); }
 
     CZxStringW GrabberDriverGetClassNameLogical() override { return m_className; }
-    CZxStringW GrabberDriverNameLocalisedGet() override { return L"Simulated Camera"; }
+    CZxStringW GrabberDriverNameLocalisedGet() override
+    {
+        return ZX_GetTranslation(L"Simulated Camera", L"inputsetupcontrols");
+    }
 
     // ---- Driver side
     /// The camera driver of secondary grabber `instance` (null when out of range).
