@@ -94,17 +94,17 @@ def file_contexts(rel, src):
     return [m.group(1)] if m else []
 
 
-def line_of(src, pos):
-    return src.count("\n", 0, pos) + 1
-
-
 def code_texts():
-    """(context, text) -> references, from the call sites."""
+    """(context, text) -> references, from the call sites. A reference names the
+    file only: line numbers would put every catalog out of date with each edit
+    above a call site."""
     found = {}
 
     def add(ctx, text, ref):
         if text and NOT_TRANSLATED not in text:
-            found.setdefault((ctx, text), []).append(ref)
+            refs = found.setdefault((ctx, text), [])
+            if ref not in refs:
+                refs.append(ref)
 
     for top in ("src", "platform/src", "sim", "tools/zxsetup"):
         for dirpath, _, files in os.walk(os.path.join(ROOT, top)):
@@ -130,18 +130,18 @@ def code_texts():
                                 lits_ctx = [cpp_literal(parts[1].strip())]
                         for lm in re.finditer(LIT, texts):
                             for c in lits_ctx:
-                                add(c, cpp_literal(lm.group(0)), "%s:%d" % (rel, line_of(src, m.start())))
+                                add(c, cpp_literal(lm.group(0)), rel)
                 for pat in ARRAYS.get(rel, []):
                     for m in re.finditer(pat, src):
                         for lm in re.finditer(LIT, span(src, m.end())):
                             for c in ctxs:
-                                add(c, cpp_literal(lm.group(0)), "%s:%d" % (rel, line_of(src, m.start())))
+                                add(c, cpp_literal(lm.group(0)), rel)
     for rel in DRIVER_FILES:
         with open(os.path.join(ROOT, rel), encoding="utf-8") as f:
             src = f.read()
         for text, pos in driver_texts(src):
             if translatable_template_text(text):
-                add(DRIVER_CONTEXT, text, "%s:%d" % (rel, line_of(src, pos)))
+                add(DRIVER_CONTEXT, text, rel)
     return found
 
 
