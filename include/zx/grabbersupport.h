@@ -62,7 +62,7 @@ public:
 class ZX_API CZxHWUnitSelectionUI : public CZxGUIControlElement {
 public:
     /// Most units listed (MAX_UNITS) and characters of the title (TITLE_CCH).
-    enum { MAX_UNITS = 32, TITLE_CCH = 324 };
+    enum { MAX_UNITS = 32 /**< most units listed */, TITLE_CCH = 324 /**< characters of the title */ };
     /// With `flag` set the element never decides on its own at start.
     CZxHWUnitSelectionUI(CZxGenericProviderGrabber* grabber, SZxGrabberHWUnit& unit, bool flag);
     /// Destroys the window when it still exists.
@@ -120,7 +120,7 @@ protected:
 class ZX_API CZxCameraSelectionUI : public CZxGUIControlElement {
 public:
     /// Most cameras listed per unit.
-    enum { MAX_CAMERAS = 15 };
+    enum { MAX_CAMERAS = 15 /**< most cameras listed per unit */ };
     /// Lists `grabber`'s cameras and writes the chosen name into `camera`.
     CZxCameraSelectionUI(CZxGenericProviderGrabber* grabber, CZxStringW& camera);
     /// Destroys the window when it still exists.
@@ -144,7 +144,7 @@ public:
 class ZX_API CZxHWUnitPreviewPad : public CZxGUIElement {
 public:
     /// Thumbnail size in pixels.
-    enum { THUMB_W = 96, THUMB_H = 72 };
+    enum { THUMB_W = 96 /**< thumbnail width in pixels */, THUMB_H = 72 /**< thumbnail height in pixels */ };
     /// The selection is written into `unit` (on WM_USER + 2 and on a double click).
     CZxHWUnitPreviewPad(CZxGenericProviderGrabber* grabber, CZxGenProvider_Low* provider, SZxGrabberHWUnit& unit);
     /// A pad that keeps its own unit record, starting as `start` (for a tab of the caller's window).

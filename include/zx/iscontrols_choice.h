@@ -190,7 +190,7 @@ protected:
 class ZX_API CZxISControlComboFormat : public CZxISControl {
 public:
     /// Most formats the combo offers.
-    enum { kMaxFormats = 64 };
+    enum { kMaxFormats = 64 /**< most formats offered */ };
     /// The format of set `mode` on the combo `comboId`; `filterByMode` offers only
     /// the formats flagged for that set.
     CZxISControlComboFormat(uint32_t mode, int32_t comboId, uint32_t groupMask, bool filterByMode);

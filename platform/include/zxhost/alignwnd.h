@@ -7,7 +7,7 @@
 /// Alignment codes: horizontal part (code & 3) 0 left, 1 right, 2 centred;
 /// vertical part ((code >> 2) & 3) 0 top, 1 centred, 2 bottom. So 6 centres a
 /// window over its reference and 2 puts it centred at the reference's top.
-enum : UINT { ZX_ALIGN_KEEP_ON_SCREEN = 1 };
+enum : UINT { ZX_ALIGN_KEEP_ON_SCREEN = 1 /**< flag: keep the window inside the work area */ };
 
 /// Moves `wnd` (size kept) to the place `code` names inside `reference`'s window
 /// rectangle (null: `wnd`'s owner or parent, else the work area). With

@@ -44,7 +44,7 @@ public:
     std::vector<uint8_t> GetBytes() const;
 
     /// Longest name, key or text in code units.
-    enum { MAX_KEY_UNITS = 1024, MAX_TEXT_UNITS = 1 << 20 };
+    enum { MAX_KEY_UNITS = 1024 /**< longest name or key */, MAX_TEXT_UNITS = 1 << 20 /**< longest text */ };
 
 private:
     bool PutKey(uint8_t tag, const wchar_t* key);
@@ -87,7 +87,7 @@ public:
     CZxStringW GetKeyAt(int index) const;
 
     /// Deepest nesting the reader accepts.
-    enum { MAX_DEPTH = 64 };
+    enum { MAX_DEPTH = 64 /**< deepest nesting of levels */ };
 
 private:
     struct SNode {

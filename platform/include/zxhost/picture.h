@@ -3,7 +3,7 @@
 #include <cstdint>
 
 /// Most components a histogram record describes.
-enum : uint32_t { ZX_HISTO_MAX_COMP = 4 };
+enum : uint32_t { ZX_HISTO_MAX_COMP = 4 /**< components of SZxHisto and SZxLutParam */ };
 
 /// One frame's level counts, as a driver hands them over. The record only
 /// points at the arrays; whoever fills it keeps them alive while it is used.

@@ -29,7 +29,7 @@ inline void ZX_CopyBoundedW(wchar_t* dest, size_t cchDest, const wchar_t* src)
 /// The camera's two setting sets: fast for live view, quality for capture.
 /// @note ZX_MODE_FAST (1): the live set; ZX_MODE_QUALITY (2): the capture set.
 /// A mode of 0 passed by a control means the set in use (GetModeFQ).
-enum : uint32_t { ZX_MODE_FAST = 1, ZX_MODE_QUALITY = 2 };
+enum : uint32_t { ZX_MODE_FAST = 1 /**< the fast (live) set */, ZX_MODE_QUALITY = 2 /**< the quality (capture) set */ };
 
 /// Property state bits (PropState_WRP).
 enum : uint32_t {
@@ -43,7 +43,7 @@ enum : uint32_t {
 /// Property descriptor flags.
 /// ZX_PROPFLAG_CHANGES_FORMAT: writing the property may change the camera
 /// format, so controls announce the write (WM_IS_FORMATCHANGING).
-enum : uint32_t { ZX_PROPFLAG_CHANGES_FORMAT = 0x4 };
+enum : uint32_t { ZX_PROPFLAG_CHANGES_FORMAT = 0x4 /**< a write may change the format */ };
 
 /// Format flags: the modes a format serves, and the mode whose default it is.
 enum : uint32_t {
@@ -70,12 +70,12 @@ enum : uint32_t {
 /// Command descriptor flags.
 /// ZX_COMMAND_ASYNC: the command runs in the background; start it with
 /// Command_WRP(..., bAsync = true) and follow it with Command_Status_WRP.
-enum : uint32_t { ZX_COMMAND_ASYNC = 0x1 };
+enum : uint32_t { ZX_COMMAND_ASYNC = 0x1 /**< runs in the background */ };
 
 /// Camera capabilities (CameraCapabilityIsSupported).
 /// ZX_CAMCAP_PREDEFINED_ROIS: the camera keeps predefined ROIs
 /// ("PredefinedROIArray"), offered by the command menu.
-enum : uint32_t { ZX_CAMCAP_PREDEFINED_ROIS = 21 };
+enum : uint32_t { ZX_CAMCAP_PREDEFINED_ROIS = 21 /**< keeps predefined ROIs */ };
 
 // ---- Properties -----------------------------------------------------------------
 

@@ -6,7 +6,7 @@
 class CZxRangeMask {
 public:
     /// Every index set.
-    enum : uint32_t { FULL_MASK = 0xFFFFFFFFu };
+    enum : uint32_t { FULL_MASK = 0xFFFFFFFFu /**< every index */ };
 
     /// The set whose bit i holds index i.
     explicit CZxRangeMask(uint32_t bits = 0) : m_bits(bits) {}

@@ -40,7 +40,9 @@ class ZX_HOST_API CZxVariant {
 public:
     /// What a variant holds: Null (nothing), Bool, Int32 ("zx_int32"), Double,
     /// String ("CZxStringW"), Record (named members under a run-type name), Array.
-    enum class EKind { Null, Bool, Int32, Double, String, Record, Array };
+    enum class EKind {
+        Null /**< nothing */, Bool /**< "bool" */, Int32 /**< "zx_int32" */, Double /**< "double" */,
+        String /**< "CZxStringW" */, Record /**< named members */, Array /**< elements by index */ };
 
     /// A null variant.
     CZxVariant() = default;
