@@ -11,6 +11,7 @@
 #include "zx/iscontrols_command.h"
 #include "zx/iscontrols_freecombo.h"
 #include "zx/iscontrols_numeric.h"
+#include "zx/status.h"
 
 namespace {
 const UINT_PTR kPollTimer = 1;
@@ -280,9 +281,9 @@ int32_t CZxSimSetupUI::DoInputSetup(bool modal, ZxHWnd parent)
             DialogBoxParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &ZxSimSetupPageProc, LPARAM(&m_page)));
     HWND dlg = CreateDialogParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &ZxSimSetupPageProc, LPARAM(&m_page));
     if (!dlg)
-        return -11;
+        return ZX_E_WINDOW;
     ShowWindow(dlg, SW_SHOW);
-    return 0;
+    return ZX_OK;
 }
 
 // ---- The GUI-element presentation ------------------------------------------------------

@@ -2,6 +2,7 @@
 // camera; this one has no properties, formats or commands, keeps one record of
 // camera settings and counts how often the setup UI reads and writes it.
 #pragma once
+#include <zx/status.h>
 #include <zxhost/provider.h>
 
 class CMinimalProvider : public CZxGenProvider_Low {
@@ -29,7 +30,7 @@ public:
     int Command_Status_WRP(const wchar_t*, double&, CZxStringW&) override { return kNotSupported; }
     int Command_Abort_WRP() override { return kNotSupported; }
     void SetGeneralCallback(PFN_ZxGeneralCallback, void*) override {}
-    int FireGeneralCallback(int, void*) override { return 0; }
+    int FireGeneralCallback(int, void*) override { return ZX_OK; }
     int FormatNext_WRP(SZxGrabberFormatValue&) override { return kNotSupported; }
     int FormatGet_WRP(uint32_t, SZxGrabberFormatValue&) override { return kNotSupported; }
     int FormatSet_WRP(uint32_t, const SZxGrabberFormatValue&, SZxStateChangeInfo*, bool) override
@@ -41,20 +42,20 @@ public:
         return kNotSupported;
     }
     uint32_t GetModeFQ() override { return 1; }  // fast (live)
-    int SetModeFQ(uint32_t) override { return 0; }
+    int SetModeFQ(uint32_t) override { return ZX_OK; }
     bool IsModeFQSynchronized() override { return true; }
-    int ModeFQSynchronize(bool) override { return 0; }
+    int ModeFQSynchronize(bool) override { return ZX_OK; }
     int CameraSettingsGet_UNI_WRP(SZxGrabberCameraSettings& settings, uint32_t, bool) override
     {
         ++settingsReads;
         settings = m_settings;
-        return 0;
+        return ZX_OK;
     }
     int CameraSettingsSet_UNI_WRP(const SZxGrabberCameraSettings& settings, uint32_t) override
     {
         ++settingsWrites;
         m_settings = settings;
-        return 0;
+        return ZX_OK;
     }
     int CameraSettingsSetDefaults_UNI_WRP() override { return kNotSupported; }
     SZxGrabberCameraSettings* NamedSettingsNext(CZxStringW&) override { return nullptr; }
@@ -74,11 +75,11 @@ public:
     CZxStringW GrabberDriverGetClassName() override { return CZxStringW(L"CMinimalDriver"); }
     CZxStringW GrabberDriverGetClassNameLogical() override { return CZxStringW(L"CMinimalDriver"); }
     CZxStringW GrabberDriverNameLocalisedGet() override { return CZxStringW(L"Minimal driver"); }
-    int InputSetupModelessHide() override { return 0; }
-    int GetSecGrabberInstance() override { return 0; }
+    int InputSetupModelessHide() override { return ZX_OK; }
+    int GetSecGrabberInstance() override { return ZX_OK; }
     CZxGenericProviderGrabber* GetGrabber() override { return nullptr; }
 
 private:
-    static constexpr int kNotSupported = -2;
+    static constexpr int kNotSupported = ZX_E_NOTSUPPORTED;
     SZxGrabberCameraSettings m_settings;
 };

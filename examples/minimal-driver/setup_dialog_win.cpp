@@ -7,6 +7,7 @@
 
 #include <zx/grabberuibase.h>
 #include <zx/inputform.h>
+#include <zx/status.h>
 
 #include "provider.h"
 
@@ -19,7 +20,7 @@ public:
         HWND owner = reinterpret_cast<HWND>(parent);
         if (modal)
             return int32_t(DialogBoxParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &Proc, LPARAM(this)));
-        return CreateDialogParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &Proc, LPARAM(this)) ? 0 : -11;
+        return CreateDialogParamW(ZX_GetLibraryModule(), ZX_INPUT_FORM, owner, &Proc, LPARAM(this)) ? ZX_OK : ZX_E_WINDOW;
     }
 
 private:
