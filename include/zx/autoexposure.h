@@ -252,6 +252,7 @@ protected:
 ///
 /// Gains are written through the non-null pointers. A null sample, or a frame
 /// that is not three-component, is reported (source "autoexposure"): gains 1.0, result 0.
+/// Any thread.
 ZX_API int ZX_AccurateAutoWhite(double* redGain, double* greenGain, double* blueGain, double redOffset,
                                 double greenOffset, double blueOffset, CZxGrabberSample01* sample,
                                 SZxGrabberProbe* probe);

@@ -130,6 +130,7 @@ enum : UINT {
 };
 
 /// The library's own module: its resources hold the "INPUT_FORM" template.
+/// Any thread.
 ZX_API HMODULE ZX_GetLibraryModule();
 
 /// Base of a driver's input-setup dialog.
@@ -168,7 +169,7 @@ public:
     /// Closes an open dialog, then runs DoInputSetup(true, parent); its result.
     int32_t InputSetup(ZxHWnd parent) override;
     bool IsInputSetupSimpleAvailable() override;           ///< false
-    int32_t InputSetupShowSimple(ZxHWnd parent) override;  ///< -2
+    int32_t InputSetupShowSimple(ZxHWnd parent) override;  ///< ZX_E_NOTSUPPORTED
     bool IsInputSetupModelessAvailable() override;         ///< false
     /// Closes an open dialog, then runs DoInputSetup(false, parent); its result.
     int32_t InputSetupModelessShow(ZxHWnd parent) override;
@@ -176,7 +177,7 @@ public:
     int32_t InputSetupModelessHide() override;
     bool IsConfigFormAvailable() override;                 ///< false
     ZxHWnd ConfigFormShow(ZxHWnd parent) override;         ///< null
-    int32_t ConfigFormHide() override;                     ///< -2
+    int32_t ConfigFormHide() override;                     ///< ZX_E_NOTSUPPORTED
     void* CreateInputSetupForm(const wchar_t* name, uint32_t flags, int32_t id, uint64_t param,
                                IZxGUIElement* parent, void* context) override;   ///< null
     /// Creates the dialog (slot 17): modal or modeless, over `parent`; what the

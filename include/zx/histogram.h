@@ -98,6 +98,7 @@ private:
 /// A null histogram or frame, a frame with no data or a uiComp other than 1 or 3,
 /// or a histogram without the buffers the frame needs is reported as an assertion
 /// (source "imaging") and leaves the counts empty (pixel count 0).
+/// Any thread (the acquisition thread, typically); one histogram at a time.
 ZX_API void ZX_ComputeHistogramAE(SZxAEHistogram* hist, SZxPicBuf* picBuf, SZxGrabberProbe* probe);
 /// Same, for the frame a sample holds.
 ZX_API void ZX_ComputeHistogramAE(SZxAEHistogram* hist, CZxGrabberSample01* sample, SZxGrabberProbe* probe);

@@ -195,7 +195,7 @@ public:
     int32_t Add(CZxISControl* control, ZxHWnd* handles, int32_t count);
     /// Offers `control` (registered) its own private message (WM_USER or above)
     /// whenever the message's lParam is its control id; for controls that post
-    /// themselves requests through the dialog. -9 for a null or unregistered
+    /// themselves requests through the dialog. ZX_E_FAIL for a null or unregistered
     /// control or a system message number; else ZX_OK.
     int32_t AddPrivateMessage(CZxISControl* control, uint32_t message);
     /// Forgets the control, its handles and its private messages (it stays attached). ZX_OK.
@@ -217,7 +217,7 @@ public:
     bool DlgProcHookMany(ZxHWnd dialog, uint32_t message, ZxWParam wParam, ZxLParam lParam, ZxLResult* result,
                          CZxISControl** found, uint32_t mask);
 
-    // Bulk operations in registration order; the controls' results are ignored. 0.
+    // Bulk operations in registration order; the controls' results are ignored. ZX_OK.
     /// Reinit of every control in the group.
     int32_t ReinitMany(uint32_t mask);
     /// Reinit, UpdateState and UpdateFromGeneric, one control after the other.

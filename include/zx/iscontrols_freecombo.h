@@ -11,9 +11,11 @@ struct SZxFreeComboLock;
 
 /// The temperature as text: "%.*f" with `decimals` (no unit) when decimals >= 0,
 /// else "%g °C".
+/// Any thread.
 ZX_API void ZX_TemperatureToText(CZxStringW& text, double value, int32_t decimals);
 /// The leading number of `text` (the rest is ignored; no number, NaN or a null
 /// text give 0.0) clamped into [minimum, maximum]. There is no failure result.
+/// Any thread.
 ZX_API double ZX_TextToTemperature(const wchar_t* text, double minimum, double maximum);
 
 /// Exposure time, edited in an editable drop-down combo (CBS_DROPDOWN) of the

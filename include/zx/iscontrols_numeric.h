@@ -17,9 +17,11 @@
 /// Fraction digits for a step (or any shown value): with k = trunc(|x| * 1000 + 0.5),
 /// 3 when k is not a multiple of 10, else 2 when not of 100, else 1 when not of
 /// 1000, else 0. Not finite: 0.
+/// Any thread.
 ZX_API int32_t ZX_DecimalsFromStep(double step);
 /// The exposure text of a time in milliseconds: "%.0f µs" below 1, "%.1f ms" below
 /// 10, "%.0f ms" below 1000, else "%.2lf s".
+/// Any thread.
 ZX_API CZxStringW ZX_ExposureMsToText(double ms);
 
 /// No text colour of its own: the item keeps the dialog's colours.

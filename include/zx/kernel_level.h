@@ -15,8 +15,10 @@ enum EZxKernelLevel : int {
 };
 
 /// The highest level this CPU and OS support (detected once).
+/// Any thread.
 ZX_API int ZX_GetSupportedKernelLevel();
 /// The level in use: the supported one unless a test or benchmark forced another.
+/// Any thread.
 ZX_API int ZX_GetKernelLevel();
 /// Forces the kernel level, so tests can check every level the machine can run
 /// and benchmarks can compare them. A level above the supported one is lowered

@@ -57,7 +57,7 @@ public:
     /// Whether the grabber can produce preview images of its units.
     virtual bool HWUnitIsPreviewAvailable_UNI_WRP() = 0;
     /// Enumerates units: a record with an empty name starts; each call fills the
-    /// next unit and returns 0, non-zero after the last.
+    /// next unit and returns ZX_OK, non-zero after the last.
     virtual int HWUnitNext_UNI_WRP(SZxGrabberHWUnit& unit) = 0;
     /// The unit in use.
     virtual int HWUnitGet_UNI_WRP(SZxGrabberHWUnit& unit) = 0;
@@ -76,7 +76,7 @@ public:
 
     // Cameras
     /// Enumerates the cameras of a unit: a description with an empty name starts;
-    /// each call fills the next camera and returns 0, non-zero after the last.
+    /// each call fills the next camera and returns ZX_OK, non-zero after the last.
     virtual int DriverCameraNext_UNI_WRP(const SZxGrabberHWUnit& unit, SZxGrabberCameraDesc& camera) = 0;
     /// The camera of the active secondary grabber.
     virtual int CameraGet_WRP(SZxGrabberCameraDesc& camera) = 0;

@@ -3,7 +3,7 @@
 #pragma once
 #include "zxhost/export.h"
 
-/// What the Cancel button calls, with the context given at registration; 0 when
+/// What the Cancel button calls, with the context given at registration; ZX_OK when
 /// the request to stop was taken.
 typedef int (*PFN_ZxProgressCancel)(void* context);
 

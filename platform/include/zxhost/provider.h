@@ -371,7 +371,7 @@ public:
     /// the command produces one; the caller deletes it.
     virtual int Command_WRP(SZxGrabberCommandValue& value, bool bAsync, SZxStateChangeInfo* info,
                             bool bCheckOnly, CZxGrabberSample01** ppSample) = 0;
-    /// 0 when the status was read: `progress` is 0..1 while the command runs and
+    /// ZX_OK when the status was read: `progress` is 0..1 while the command runs and
     /// negative once it has ended; `text` is a status text.
     virtual int Command_Status_WRP(const wchar_t* name, double& progress, CZxStringW& text) = 0;
     /// Aborts the running asynchronous command (ZX_OK also when none runs).
