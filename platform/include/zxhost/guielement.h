@@ -42,7 +42,8 @@ typedef int (*PFN_ZxGUIElementHandler)(void* context, SZxGUIElementEvent* event)
 /// thread only.
 class IZxGUIElement {
 public:
-    /// Deleting an element does not destroy its window: call DestroyUI first.
+    /// Hosts call DestroyUI before deleting an element (the library's elements also
+    /// destroy a window still open when they are deleted).
     virtual ~IZxGUIElement() = default;
     /// Creates the element's window as a child of `parent`; returns it, or null.
     /// `name` is the element's (class) name, `style` flags the element defines.
