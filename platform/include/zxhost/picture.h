@@ -37,11 +37,11 @@ struct SZxLutParam {
     /// Destination maximum of each component (fraction of the output range).
     double adMaxDst[ZX_HISTO_MAX_COMP] = {1.0, 1.0, 1.0, 1.0};
 
-    /// dMinSrc.
+    /// Lowest source level shown for the combined histogram (dMinSrc).
     double GetMinSrcDbl() const { return dMinSrc; }
-    /// dMaxSrc.
+    /// Highest source level shown for the combined histogram (dMaxSrc).
     double GetMaxSrcDbl() const { return dMaxSrc; }
-    /// dGamma.
+    /// Display gamma of the combined histogram (dGamma).
     double GetGammaSrc() const { return dGamma; }
     /// Lowest source level of component c (dMinSrc out of range).
     double GetMinSrcDbl(uint32_t c) const { return c < ZX_HISTO_MAX_COMP ? adMinSrc[c] : dMinSrc; }
