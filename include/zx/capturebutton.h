@@ -14,7 +14,10 @@ class CZxLiteVariantR;
 
 /// One device's capture-button setup. A plain record, copied whole.
 struct ZX_API SZxCaptureButtonSetup_Param {
-    enum { CAMERA_CCH = 64 /**< characters of the camera name */, OC_CCH = 256 /**< characters of a configuration name */ };
+    enum {
+        CAMERA_CCH = 64 /**< characters of the camera name */,
+        OC_CCH = 256 /**< characters of a configuration name */
+    };
 
     /// 1 = capture, 2 = automatic capture; a value below 1 switches the button
     /// off and its magnitude keeps the chosen kind.

@@ -12,7 +12,10 @@ class IZxGUIElement;
 /// the field sizes; a unit with an empty name starts an enumeration.
 struct SZxGrabberHWUnit {
     /// Field sizes in wide characters, terminator included.
-    enum { NAME_CCH = 256 /**< characters of the name */, CONNECTION_CCH = 16384 /**< characters of the connection string */ };
+    enum {
+        NAME_CCH = 256 /**< characters of the name */,
+        CONNECTION_CCH = 16384 /**< characters of the connection string */
+    };
     /// The unit's name (its identity).
     wchar_t m_wszName[NAME_CCH];
     /// How the driver reaches the unit (address, port, serial number...).

@@ -27,7 +27,6 @@ inline void ZX_CopyBoundedW(wchar_t* dest, size_t cchDest, const wchar_t* src)
 // ---- Constants ------------------------------------------------------------------
 
 /// The camera's two setting sets: fast for live view, quality for capture.
-/// @note ZX_MODE_FAST (1): the live set; ZX_MODE_QUALITY (2): the capture set.
 /// A mode of 0 passed by a control means the set in use (GetModeFQ).
 enum : uint32_t { ZX_MODE_FAST = 1 /**< the fast (live) set */, ZX_MODE_QUALITY = 2 /**< the quality (capture) set */ };
 
