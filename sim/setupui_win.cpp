@@ -13,6 +13,7 @@
 #include "zx/iscontrols_freecombo.h"
 #include "zx/iscontrols_numeric.h"
 #include "zxhost/system.h"
+#include "zx/status.h"
 
 namespace {
 const UINT_PTR kPollTimer = 1;
@@ -287,14 +288,14 @@ int32_t CZxSimSetupUI::DoInputSetup(bool modal, ZxHWnd parent)
     HMODULE module = ZX_GetLibraryModule();
     const DLGTEMPLATE* form = ZX_LoadDialogTemplate(ZX_INPUT_FORM, module);
     if (!form)
-        return -11;
+        return ZX_E_WINDOW;
     if (modal)
         return int32_t(DialogBoxIndirectParamW(module, form, owner, &ZxSimSetupPageProc, LPARAM(&m_page)));
     HWND dlg = CreateDialogIndirectParamW(module, form, owner, &ZxSimSetupPageProc, LPARAM(&m_page));
     if (!dlg)
-        return -11;
+        return ZX_E_WINDOW;
     ShowWindow(dlg, SW_SHOW);
-    return 0;
+    return ZX_OK;
 }
 
 // ---- The GUI-element presentation ------------------------------------------------------

@@ -21,6 +21,7 @@ enum EZxBayerType : int {
 /// the frame. A null buffer, a destination without three components, a frame
 /// narrower or lower than 2, a short destination or an unknown type is reported
 /// (source "common") and writes nothing.
+/// Any thread; the buffers are not shared while it runs.
 ZX_API void ZX_BayerToRGB(SZxPicBuf* pPicBuf, const void* pSrc, EZxBayerType type);
 /// Same, into the sample's frame.
 ZX_API void ZX_BayerToRGB(CZxGrabberSample01* pSample, const void* pSrc, EZxBayerType type);

@@ -14,6 +14,7 @@
 /// source "common") and processing continues as for one component. Null
 /// buffers, a zero factor or a destination data size below its frame are
 /// reported and write nothing.
+/// Any thread; the buffers are not shared while it runs.
 ZX_API void ZX_MonoBinning(SZxPicBuf* pPicBuf, const void* pSrc, uint32_t factor);
 /// Same, into the frame a sample holds.
 ZX_API void ZX_MonoBinning(CZxGrabberSample01* pSample, const void* pSrc, uint32_t factor);
@@ -23,6 +24,7 @@ ZX_API void ZX_MonoBinning(CZxGrabberSample01* pSample, const void* pSrc, uint32
 /// truncated mean of the cell's two greens). Other factors are reported
 /// ("true") and write nothing; so does a destination without three components
 /// ("pPicBuf->uiComp!=3").
+/// Any thread; the buffers are not shared while it runs.
 ZX_API void ZX_BayerBinning(SZxPicBuf* pPicBuf, const void* pSrc, EZxBayerType type, uint32_t factor);
 /// Same, into the frame a sample holds.
 ZX_API void ZX_BayerBinning(CZxGrabberSample01* pSample, const void* pSrc, EZxBayerType type, uint32_t factor);

@@ -14,17 +14,25 @@ class CZxLiteVariantR;
 
 /// One device's capture-button setup. A plain record, copied whole.
 struct ZX_API SZxCaptureButtonSetup_Param {
-    enum { CAMERA_CCH = 64, OC_CCH = 256 };
+    enum {
+        CAMERA_CCH = 64 /**< characters of the camera name */,
+        OC_CCH = 256 /**< characters of a configuration name */
+    };
 
     /// 1 = capture, 2 = automatic capture; a value below 1 switches the button
     /// off and its magnitude keeps the chosen kind.
     int32_t m_iPerformCapture;
     bool m_bUseSpecifiedCamera;                 ///< always use the named camera, not the active one
+    /// Name of the camera to capture with when m_bUseSpecifiedCamera is set.
     wchar_t m_wszSpecifiedCamera[CAMERA_CCH];
     bool m_bUseSpecifiedOC;                     ///< switch to an optical configuration first
+    /// Optical configuration to switch to for camera 1 (empty: none).
     wchar_t m_wszSpecifiedOC_Camera1[OC_CCH];
+    /// Optical configuration to switch to for camera 2 (empty: none).
     wchar_t m_wszSpecifiedOC_Camera2[OC_CCH];
+    /// Restore the device state after the capture event was processed.
     bool m_bRestoreDeviceAfterCapture;
+    /// Play a sound when the button triggered a capture.
     bool m_bConfirmationSound;
 
     /// Capture, no camera or configuration named, confirmation sound on.
@@ -34,10 +42,10 @@ struct ZX_API SZxCaptureButtonSetup_Param {
                                 bool useSpecifiedOC, const wchar_t* ocCamera1, const wchar_t* ocCamera2,
                                 bool restoreDevice, bool confirmationSound);
 
-    /// Writes the level "SZxCaptureButtonSetup_Param": 0, or -9 when the level cannot be opened.
+    /// Writes the level "SZxCaptureButtonSetup_Param": ZX_OK, or ZX_E_FAIL when the level cannot be opened. UI thread.
     static int SaveToLiteVariant(const SZxCaptureButtonSetup_Param& record, CZxLiteVariantW& writer);
     /// Reads that level with defaults for missing keys (every switch off, capture
-    /// kind 1, empty names); overlong names are cut to their field. -9 without the
+    /// kind 1, empty names); overlong names are cut to their field. ZX_OK, or ZX_E_FAIL without the
     /// level, and the record is then untouched.
     static int LoadFromLiteVariant(SZxCaptureButtonSetup_Param& record, CZxLiteVariantR& reader);
 };
@@ -46,17 +54,24 @@ struct ZX_API SZxCaptureButtonSetup_Param {
 /// cameras it offers (may be null) and the optical configuration names offered
 /// for camera 1 (m_vecOC[0]) and camera 2 (m_vecOC[1]).
 struct ZX_API SZxCaptureButtonDlgParams {
+    /// Optical configuration names offered: [0] for camera 1, [1] for camera 2;
+    /// the dialog reads no others. An empty list disables that choice.
     CZxVector<CZxStringW> m_vecOC[5];
+    /// Grabber whose cameras the dialog offers; null offers none.
     CZxGenericProviderGrabber* m_pGrabber;
+    /// The record the dialog edits; written only on OK.
     SZxCaptureButtonSetup_Param& m_rParam;
 
+    /// Edits `param` with the cameras of `grabber`, with empty configuration lists.
     SZxCaptureButtonDlgParams(CZxGenericProviderGrabber* grabber, SZxCaptureButtonSetup_Param& param)
         : m_pGrabber(grabber), m_rParam(param) {}
+    /// Copies the lists; the copy edits the same record.
     SZxCaptureButtonDlgParams(const SZxCaptureButtonDlgParams&) = default;
 };
 
 #if defined(_WIN32)
 /// Shows the modal dialog "CAPTURE_BUTTON_SETUP" in the user's language and
-/// writes the record on OK: 0 for OK, -9 otherwise (the record is then unchanged).
+/// writes the record on OK: ZX_OK for OK, ZX_E_FAIL otherwise (the record is then
+/// unchanged). UI thread only.
 ZX_API int ZX_CaptureButtonSetup(ZxHWnd parent, SZxCaptureButtonDlgParams& params);
 #endif

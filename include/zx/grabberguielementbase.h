@@ -34,11 +34,16 @@ enum : int32_t {
 /// CreateElementWindow and hands every message of its dialog procedure to
 /// IS_ProcessMessage. Every event reaches the handler with the grabber's active
 /// secondary grabber switched to this provider's camera.
+/// @note Everything runs on the UI thread that owns the element's window.
 class ZX_API CZxGrabberGUIElement_Base : public CZxGUIControlElement {
 public:
+    /// No provider, window or handler yet.
     CZxGrabberGUIElement_Base();
+    /// Empties the command menu and drops a wait cursor still up.
     ~CZxGrabberGUIElement_Base() override;
+    /// Not copyable: controls and the window refer to this object.
     CZxGrabberGUIElement_Base(const CZxGrabberGUIElement_Base&) = delete;
+    /// Not copyable.
     CZxGrabberGUIElement_Base& operator=(const CZxGrabberGUIElement_Base&) = delete;
 
     /// Creates the window through CreateElementWindow as a child of `parent`.
@@ -67,7 +72,9 @@ public:
     /// The command-menu button and its groups (4 = ROI here too); empties the
     /// menu and returns it for items of the caller's own.
     CZxMenu* IS_InitCommandX(int32_t buttonId, uint32_t flags);
+    /// The check box that synchronises the fast and quality sets.
     void IS_CheckFQSync(int32_t checkId);
+    /// The help button and its topic.
     void IS_Help(int32_t buttonId, const wchar_t* topic);
     /// Handles the host's share of a message; true when handled (*result the
     /// dialog result). Everything else goes to the control list with *result 0.
@@ -81,21 +88,32 @@ public:
     void IS_ChangeLiveMode(ZxHWnd, uint32_t) {}
     /// The element's own window is the active dialog.
     ZxHWnd IS_SetHDLGActive(ZxHWnd hwnd) { return hwnd; }
+    /// The element has no help sink of its own: nothing happens.
     void IS_OpenFreeTopicHelp(const wchar_t*) {}
 
+    /// Builds the command menu for the groups of IS_InitCommandX.
     void CommandMenuCreate();
+    /// Carries out the command menu item `id`; the ROI items become events
+    /// (ZX_GUIEVENT_DEFINEROI and the others).
     void CommandMenuHandle(uint32_t id);
 
     /// Raises `code` to the handler (record: wParam, payload) under the
     /// secondary-grabber switch; the handler's answer, 0 without a handler.
     int32_t RaiseEvent(int32_t code, uintptr_t wParam, intptr_t payload);
 
+    /// The provider given to Init (not owned).
     CZxGenProvider_Low* GetProvider() const { return m_pProvider; }
+    /// The element's control list; attach every control to it.
     CZxISControlList& GetControls() { return m_controls; }
+    /// The command menu.
     CZxMenu& GetCommandMenu() { return m_commandMenu; }
+    /// The command groups given to IS_InitCommandX.
     uint32_t GetCommandFlags() const { return m_uiCommandFlags; }
+    /// Nesting depth of IS_SetWaitCursor(true).
     uint32_t GetWaitCount() const { return m_uiWaitCount; }
+    /// True once a non-null handler was set.
     bool HasHandler() const { return m_bHasHandler; }
+    /// Stores the application's event handler and its context (null: events are dropped).
     void SetHandler(PFN_ZxGUIElementHandler handler, void* context) override;
 
 protected:
@@ -105,14 +123,23 @@ protected:
     /// created modeless and made a borderless child of `parent`.
     static HWND CreateChildDialog(HMODULE module, const wchar_t* name, HWND parent, DLGPROC proc, LPARAM param);
 
+    /// The provider (not owned).
     CZxGenProvider_Low* m_pProvider;
+    /// The element's bound controls.
     CZxISControlList m_controls;
+    /// Nesting depth of the wait cursor.
     uint32_t m_uiWaitCount;
+    /// Shows the wait cursor while it exists.
     SZxWaitCursorHolder* m_pWaitCursor;
+    /// Id of the fast/quality synchronisation check box (-1: none).
     int32_t m_iFQSyncCheckId;
+    /// Id of the command-menu button (-1: none).
     int32_t m_iCommandButtonId;
+    /// The command menu.
     CZxMenu m_commandMenu;
+    /// The command groups the menu shows.
     uint32_t m_uiCommandFlags;
+    /// The help topic of IS_Help.
     CZxStringW m_wstrHelpTopic;
 
 private:
@@ -123,6 +150,7 @@ private:
 /// IZxGrabberUI_Wrapper over a GUI-element host (not owned).
 class ZX_API CZxGrabberGUIElement_Wrapper : public CZxGrabberUI_WrapperBase {
 public:
+    /// Wraps `host` (not owned; it must outlive the wrapper).
     explicit CZxGrabberGUIElement_Wrapper(CZxGrabberGUIElement_Base* host) : m_pHost(host) {}
 
     CZxGenProvider_Low* GetGeneric() const override;
@@ -144,6 +172,7 @@ public:
     void IS_OpenFreeTopicHelp(const wchar_t* topic) override;
     bool IS_FQModeChangeAllowed() override;
 
+    /// The wrapped host.
     CZxGrabberGUIElement_Base* GetHost() const { return m_pHost; }
 
 private:

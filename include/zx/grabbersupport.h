@@ -20,18 +20,26 @@ enum : UINT {
                                       ///< unit element -> host: the selected unit changed (wParam = the unit)
 };
 
-/// Static entry points. Results: 0 accepted, -8 the unit dialog was cancelled,
-/// -9 any other failure (no grabber, no element, another end of the dialog).
+/// Static entry points. Results: ZX_OK accepted, ZX_E_CANCELLED the unit dialog was cancelled,
+/// ZX_E_FAIL any other failure (no grabber, no element, another end of the dialog).
+/// Each runs a modal dialog on the calling (UI) thread.
 class ZX_API CZxGrabberSupport {
 public:
-    /// OK, and the element's answers 1 to 4, end the dialog accepted (0); its -2
-    /// outside OK and Cancel end it cancelled (-8). The user-defined row first
-    /// offers the grabber's connection dialog; when the user declines it, or
+    /// Lets the user pick a hardware unit of `grabber` in a dialog over `parent`
+    /// (the preview pad when the grabber has previews, else the grabber's own
+    /// chooser or the generic list); on ZX_OK the unit is in `unit`. With `flag`
+    /// the generic list never decides on its own when it has a single unit.
+    /// OK, and the element's answers 1 to 4, end the dialog accepted (ZX_OK); its -2
+    /// outside OK and Cancel end it cancelled (ZX_E_CANCELLED). The user-defined row
+    /// first offers the grabber's connection dialog; when the user declines it, or
     /// presses OK with no row selected, `unit` keeps the unit it held (the caller
     /// goes on with its unit rather than seeing a failure).
     static int HWUnitSelect(HWND parent, CZxGenericProviderGrabber* grabber, SZxGrabberHWUnit& unit, bool flag);
-    /// `camera` is first set to the current camera's name and holds the choice on 0.
+    /// Lets the user pick a camera; `camera` is first set to the current camera's
+    /// name and holds the choice on ZX_OK. A cancel gives ZX_E_FAIL.
     static int CameraSelect(HWND parent, CZxGenericProviderGrabber* grabber, CZxStringW& camera);
+    /// Unit and camera in one dialog; on ZX_OK both records hold the choice. A
+    /// cancel gives ZX_E_FAIL here. `flag` is handed to the dialog.
     static int HWUnitAndCameraSelect(HWND parent, CZxGenericProviderGrabber* grabber, SZxGrabberHWUnit& unit,
                                      CZxStringW& camera, bool flag);
     /// A preview pad for a tab of the caller's window (the caller creates, destroys
@@ -41,37 +49,54 @@ public:
     /// Hands element events to a further handler and turns the accept event
     /// (code 20) into OK of the dialog. `context` is an SZxElementForward.
     struct SZxElementForward {
+        /// The dialog the element lives in.
         HWND hDlg;
+        /// The further handler (may be null).
         PFN_ZxGUIElementHandler pfnHandler;
+        /// Its context.
         void* pHandlerContext;
     };
+    /// An element handler: passes `event` to the further handler and turns code 20
+    /// into OK of the dialog; the further handler's answer (0 without one).
     static int ElementEventForwarder(void* context, SZxGUIElementEvent* event);
 };
 
 /// The generic hardware-unit chooser: a child dialog ("SHOW_HWUNITS") with a
 /// report list of the grabber's units (at most 32).
+/// @note UI thread only; created, positioned and destroyed by the selection dialogs.
 class ZX_API CZxHWUnitSelectionUI : public CZxGUIControlElement {
 public:
-    enum { MAX_UNITS = 32, TITLE_CCH = 324 };
+    /// Most units listed (MAX_UNITS) and characters of the title (TITLE_CCH).
+    enum { MAX_UNITS = 32 /**< most units listed */, TITLE_CCH = 324 /**< characters of the title */ };
     /// With `flag` set the element never decides on its own at start.
     CZxHWUnitSelectionUI(CZxGenericProviderGrabber* grabber, SZxGrabberHWUnit& unit, bool flag);
+    /// Destroys the window when it still exists.
     ~CZxHWUnitSelectionUI() override;
     ZxHWnd CreateUI(const wchar_t* name, int32_t style, ZxHWnd parent, IZxGUIElement* owner, void* reserved) override;
     void DestroyUI() override;
+    /// Dialog procedure of the "SHOW_HWUNITS" child (the element in its user data).
     static INT_PTR CALLBACK dlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
 
 protected:
     /// Whether the list has the "Connection String" column.
     virtual bool HasConnectionColumn() const { return true; }
+    /// The shared body of the unit choosers' dialog procedures.
     static INT_PTR Proc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
+    /// Creates the child dialog `name` of the library with `proc` under `parent`.
     ZxHWnd CreateFrom(DLGPROC proc, const wchar_t* name, ZxHWnd parent);
 
 public:
+    /// The window title.
     wchar_t m_wszTitle[TITLE_CCH];
+    /// The child dialog (null before CreateUI).
     HWND m_hDlg;
+    /// The element's rectangle in its parent.
     CZxRect m_rect;
+    /// The grabber whose units are listed (not owned).
     CZxGenericProviderGrabber* m_pGrabber;
+    /// The caller's record the choice is written to.
     SZxGrabberHWUnit* m_pUnit;
+    /// Never decide on its own at start.
     bool m_bFlag;
 };
 
@@ -79,11 +104,16 @@ public:
 /// report the last list: units listed and the row taken over (both 0 before).
 class ZX_API CZxSimpleHWUnitSelectionUI : public CZxHWUnitSelectionUI {
 public:
+    /// Lists `grabber`'s units and writes the choice into `unit`; decides on its
+    /// own when there is a single unit.
     CZxSimpleHWUnitSelectionUI(CZxGenericProviderGrabber* grabber, SZxGrabberHWUnit& unit);
     ZxHWnd CreateUI(const wchar_t* name, int32_t style, ZxHWnd parent, IZxGUIElement* owner, void* reserved) override;
+    /// Dialog procedure of the simple chooser's child dialog.
     static INT_PTR CALLBACK dlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
 
+    /// Units in the last list.
     int32_t m_iListedUnits;
+    /// Row whose unit was last taken over.
     int32_t m_iTakenRow;
 
 protected:
@@ -96,15 +126,22 @@ protected:
 /// so rows of one name are the same choice.
 class ZX_API CZxCameraSelectionUI : public CZxGUIControlElement {
 public:
-    enum { MAX_CAMERAS = 15 };
+    /// Most cameras listed per unit.
+    enum { MAX_CAMERAS = 15 /**< most cameras listed per unit */ };
+    /// Lists `grabber`'s cameras and writes the chosen name into `camera`.
     CZxCameraSelectionUI(CZxGenericProviderGrabber* grabber, CZxStringW& camera);
+    /// Destroys the window when it still exists.
     ~CZxCameraSelectionUI() override;
     ZxHWnd CreateUI(const wchar_t* name, int32_t style, ZxHWnd parent, IZxGUIElement* owner, void* reserved) override;
     void DestroyUI() override;
+    /// Dialog procedure of the "SHOW_CAMERAS" child (the element in its user data).
     static INT_PTR CALLBACK dlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
 
+    /// The grabber whose cameras are listed (not owned).
     CZxGenericProviderGrabber* m_pGrabber;
+    /// The caller's camera name, written on take-over.
     CZxStringW& m_rCamera;
+    /// The child dialog (null before CreateUI).
     HWND m_hDlg;
 };
 
@@ -113,7 +150,8 @@ public:
 /// filled; the other units show an empty frame. A double click accepts.
 class ZX_API CZxHWUnitPreviewPad : public CZxGUIElement {
 public:
-    enum { THUMB_W = 96, THUMB_H = 72 };
+    /// Thumbnail size in pixels.
+    enum { THUMB_W = 96 /**< thumbnail width in pixels */, THUMB_H = 72 /**< thumbnail height in pixels */ };
     /// The selection is written into `unit` (on WM_USER + 2 and on a double click).
     CZxHWUnitPreviewPad(CZxGenericProviderGrabber* grabber, CZxGenProvider_Low* provider, SZxGrabberHWUnit& unit);
     /// A pad that keeps its own unit record, starting as `start` (for a tab of the caller's window).
@@ -121,15 +159,18 @@ public:
                                              const SZxGrabberHWUnit& start);
     /// The unit record the pad writes.
     const SZxGrabberHWUnit& GetUnit() const { return *m_pUnit; }
+    /// Destroys the window and the thumbnails (and an owned unit record).
     ~CZxHWUnitPreviewPad() override;
     ZxHWnd CreateUI(const wchar_t* name, int32_t style, ZxHWnd parent, IZxGUIElement* owner, void* reserved) override;
     void DestroyUI() override;
 
     /// Appends a unit to the items (shown at once when the window exists).
     void AddItem(const SZxGrabberHWUnit& unit);
+    /// Number of units listed.
     int GetItemCount() const;
     /// The selected item, or -1.
     int GetSelectedIndex() const;
+    /// The thumbnail list view (null before CreateUI).
     HWND GetListWindow() const { return m_hList; }
 
 private:

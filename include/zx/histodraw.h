@@ -36,7 +36,9 @@ public:
     CZxHistoDraw(uint32_t bins, uint32_t flags);
     /// Copies are deep: each object owns its tables.
     CZxHistoDraw(const CZxHistoDraw& other);
+    /// Deep copy: takes `other`'s bins, flags, tables and colours.
     CZxHistoDraw& operator=(const CZxHistoDraw& other);
+    /// Frees the tables.
     ~CZxHistoDraw();
 
     /// Rebuilds all bins from `h`; `lut` (may be null) re-bins through the display
@@ -53,17 +55,21 @@ public:
 
     /// First and last non-zero display bin of the combined histogram.
     int GetRange(uint32_t* lo, uint32_t* hi) const;
+    /// Same for component c; ZX_E_FAIL when the component histogram was not built.
     int GetRangeComp(uint32_t c, uint32_t* lo, uint32_t* hi) const;
     /// Lowest and highest source level with a non-zero count (after the LUT
     /// transform when one was given).
     int GetRangeOrig(uint32_t* lo, uint32_t* hi) const;
+    /// Same for component c; ZX_E_FAIL when the component histogram was not built.
     int GetRangeCompOrig(uint32_t c, uint32_t* lo, uint32_t* hi) const;
     /// Mean bin position scaled to 0..255; ZX_E_FAIL when every count is in bin 0.
     int GetMeanFreq(double* mean) const;
+    /// Same for component c; ZX_E_FAIL when it was not built or all its counts are in bin 0.
     int GetMeanFreqComp(uint32_t c, double* mean) const;
     /// Fractions of the counts in bins below lo, in [lo, hi] and above hi. Sums
     /// are 32-bit; with no counts all three are 0.0.
     int GetStats(uint32_t lo, uint32_t hi, double* below, double* within, double* above) const;
+    /// Same for component c; ZX_E_FAIL when the component histogram was not built.
     int GetStatsComp(uint32_t c, uint32_t lo, uint32_t hi, double* below, double* within,
                      double* above) const;
     /// Bar height in pixels: trunc(fraction^(1 / exponent) * height + 0.5).
@@ -72,12 +78,16 @@ public:
     /// that pixel kind 2 presets components 0..2; ZX_E_FAIL when c >= ZX_HISTO_MAX_COMP
     /// (or, for Get, nothing was set yet).
     int SetCompColor(uint32_t c, uint32_t color);
+    /// The colour of component c (COLORREF) in *color.
     int GetCompColor(uint32_t c, uint32_t* color) const;
 
+    /// Display bins per histogram (the constructor's `bins`).
     uint32_t GetBins() const { return m_uiBins; }
+    /// FLAG_COMBINED and FLAG_COMPONENTS as given to the constructor.
     uint32_t GetFlags() const { return m_uiFlags; }
     /// Components of the last histogram (0 for a monochrome one), built or not.
     uint32_t GetComponents() const { return m_uiComponents; }
+    /// Bit depth of the last histogram's levels (0 before the first).
     uint32_t GetBitDepth() const { return m_uiBitDepth; }
     /// Counters of the combined histogram (c = -1) or a component; null when absent.
     const uint32_t* GetBinData(int c) const;

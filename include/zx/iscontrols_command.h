@@ -1,7 +1,7 @@
 // Command controls: push buttons that run a driver command (synchronously, or
 // asynchronously with its progress followed), a row of buttons that run one
 // command with the pressed button's index, and a static that shows a
-// property's value through a format. Windows only.
+// property's value through a format. Windows only; UI thread only.
 #pragma once
 #include "zx/inputsetupcontrols.h"
 #include "zxhost/progressdialog.h"
@@ -29,8 +29,12 @@ public:
 /// read, the provider's general callback is fired with (1, null).
 class ZX_API CZxISControlPushCommandAsync : public CZxISControl {
 public:
+    /// Binds the asynchronous command `command` to the button `controlId`;
+    /// `cancelCallback` (may be null) aborts it from the progress window, which is
+    /// shown when `progressDialog` is set.
     CZxISControlPushCommandAsync(const wchar_t* command, int32_t controlId, uint32_t groupMask,
                                  PFN_ZxProgressCancel cancelCallback, bool progressDialog);
+    /// Closes a progress window still open.
     ~CZxISControlPushCommandAsync() override;
 
     /// Enabled exactly when the command's status can be read.
@@ -61,6 +65,7 @@ private:
 /// under the wait cursor, through the base's `_Command`.
 class ZX_API CZxISControlMultiPush : public CZxISControl {
 public:
+    /// Binds `command` to the buttons `firstId`..`lastId` (in set `mode`).
     CZxISControlMultiPush(const wchar_t* command, int32_t firstId, uint32_t mode, int32_t lastId,
                           uint32_t groupMask);
 
@@ -71,6 +76,7 @@ public:
     bool DlgProcHook(ZxHWnd dialog, uint32_t message, ZxWParam wParam, ZxLParam lParam,
                      ZxLResult* result) override;
 
+    /// Id of the last button.
     int32_t GetLastId() const { return m_iLastId; }
 
 private:
@@ -88,6 +94,7 @@ public:
 
     int32_t UpdateFromGeneric() override;
 
+    /// The control's own format (empty: by run type).
     const wchar_t* GetFormat() const { return m_wszFormat; }
 
 private:

@@ -9,10 +9,12 @@
 /// time gives the driver's current value, so committing it writes that back.
 class ZX_API CZxISControlEditExposure : public CZxISControlEditDouble {
 public:
+    /// Binds the exposure property `name` (milliseconds) to the edit `id`
+    /// (`notifyMessage` and `flag` as CZxISControlEditBase takes them).
     CZxISControlEditExposure(const wchar_t* name, uint32_t mode, int32_t id, uint32_t groupMask,
                              uint32_t notifyMessage, bool flag);
 
     int32_t SetEditValue(double value) override;
-    /// Always 0: the parsed text, or the driver's current value.
+    /// Always ZX_OK: the parsed text, or the driver's current value.
     int32_t GetEditValue(double& value) override;
 };

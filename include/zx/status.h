@@ -2,7 +2,11 @@
 // pass through unchanged.
 #pragma once
 
+/// Status codes of the setup, selection and dialog operations (32-bit signed).
+/// Image functions return nothing; a provider's own result is passed on
+/// unchanged, so a driver's codes may appear as well.
 enum : int {
+    /// Success.
     ZX_OK = 0,
     ZX_E_NOTSUPPORTED = -2,   ///< not supported
     ZX_E_CANCELLED = -8,      ///< the user cancelled a selection

@@ -8,7 +8,7 @@
 /// vertical part ((code >> 2) & 3) 0 or 1 centred, 2 bottom, 3 top. So 2 and 6
 /// both centre a window over its reference (dialogs open centred unless asked
 /// otherwise) and 14 puts it centred at the reference's top.
-enum : UINT { ZX_ALIGN_KEEP_ON_SCREEN = 1 };
+enum : UINT { ZX_ALIGN_KEEP_ON_SCREEN = 1 /**< flag: keep the window inside the work area */ };
 
 /// Moves `wnd` (size kept) to the place `code` names inside `reference`'s window
 /// rectangle (null: `wnd`'s owner or parent, else the work area). With

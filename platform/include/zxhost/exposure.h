@@ -7,6 +7,7 @@
 /// "12.5 ms", "1.5 s" (at most three decimals, unit chosen by size). A value
 /// equal to `oneFrameExposure` (> 0; -1.0 means none) is shown as "1 frame".
 ZX_HOST_API void ZX_ExposureToText(CZxStringW& text, double value, double oneFrameExposure);
+/// Same, as a new string.
 ZX_HOST_API CZxStringW ZX_ExposureToText(double value, double oneFrameExposure);
 
 /// Parses an exposure text back to milliseconds and clamps it to

@@ -11,13 +11,23 @@ class IZxGUIElement;
 /// A hardware unit (frame grabber or camera interface). Copies are bounded by
 /// the field sizes; a unit with an empty name starts an enumeration.
 struct SZxGrabberHWUnit {
-    enum { NAME_CCH = 256, CONNECTION_CCH = 16384 };
+    /// Field sizes in wide characters, terminator included.
+    enum {
+        NAME_CCH = 256 /**< characters of the name */,
+        CONNECTION_CCH = 16384 /**< characters of the connection string */
+    };
+    /// The unit's name (its identity).
     wchar_t m_wszName[NAME_CCH];
+    /// How the driver reaches the unit (address, port, serial number...).
     wchar_t m_wszConnectionString[CONNECTION_CCH];
 
+    /// An empty unit (starts an enumeration).
     SZxGrabberHWUnit() { Clear(); }
+    /// A unit of that name and connection (null texts are empty; long ones are cut).
     SZxGrabberHWUnit(const wchar_t* name, const wchar_t* connection) { Set(name, connection); }
+    /// Copies both fields.
     SZxGrabberHWUnit(const SZxGrabberHWUnit& o) { Set(o.m_wszName, o.m_wszConnectionString); }
+    /// Copies both fields.
     SZxGrabberHWUnit& operator=(const SZxGrabberHWUnit& o)
     {
         if (this != &o)
@@ -25,45 +35,51 @@ struct SZxGrabberHWUnit {
         return *this;
     }
 
+    /// Replaces both fields (bounded copies; null texts are empty).
     void Set(const wchar_t* name, const wchar_t* connection)
     {
         ZX_CopyBoundedW(m_wszName, NAME_CCH, name);
         ZX_CopyBoundedW(m_wszConnectionString, CONNECTION_CCH, connection);
     }
+    /// Empties both fields.
     void Clear() { m_wszName[0] = m_wszConnectionString[0] = L'\0'; }
+    /// True for an empty name.
     bool IsEmpty() const { return m_wszName[0] == L'\0'; }
 };
 
 /// The grabber object of one driver: it lists hardware units and their
 /// cameras and holds one low-level provider per secondary grabber (camera in
-/// use). Operations return 0 on success, non-zero otherwise.
+/// use). Operations return ZX_OK on success, non-zero otherwise. The library
+/// calls them on the UI thread (selection dialogs).
 class ZX_HOST_API CZxGenericProviderGrabber {
 public:
+    /// The library never deletes a grabber; the driver owns it.
     virtual ~CZxGenericProviderGrabber();
 
     // Hardware units
     /// Whether the grabber can produce preview images of its units.
     virtual bool HWUnitIsPreviewAvailable_UNI_WRP() = 0;
     /// Enumerates units: a record with an empty name starts; each call fills the
-    /// next unit and returns 0, non-zero after the last.
+    /// next unit and returns ZX_OK, non-zero after the last.
     virtual int HWUnitNext_UNI_WRP(SZxGrabberHWUnit& unit) = 0;
     /// The unit in use.
     virtual int HWUnitGet_UNI_WRP(SZxGrabberHWUnit& unit) = 0;
-    /// Selects the unit in use (by name); -9 when no such unit exists.
+    /// Selects the unit in use (by name); ZX_E_FAIL when no such unit exists.
     virtual int HWUnitSet_UNI_WRP(const SZxGrabberHWUnit& unit) = 0;
     /// Adds a user-defined unit.
     virtual int HWUnitAdd_UNI_WRP(const SZxGrabberHWUnit& unit) = 0;
     /// Whether the driver has a dialog to define a connection.
     virtual bool IsConnectionUiAvailable_WRP() = 0;
-    /// Lets the user define a connection (name and connection string); 0 when accepted.
+    /// Lets the user define a connection (name and connection string); ZX_OK when accepted.
     virtual int ShowConnectionUi_WRP(SZxGrabberHWUnit& unit, ZxHWnd parent) = 0;
-    /// The driver's own selection elements, or null when it has none.
+    /// The driver's own unit selection element, or null when it has none.
     virtual IZxGUIElement* CreateHWUnitSelectionUI_UNI_WRP(ZxHWnd parent, SZxGrabberHWUnit& unit) = 0;
+    /// The driver's own camera selection element, or null when it has none.
     virtual IZxGUIElement* CreateCameraSelectionUI_UNI_WRP(ZxHWnd parent, CZxStringW& camera) = 0;
 
     // Cameras
     /// Enumerates the cameras of a unit: a description with an empty name starts;
-    /// each call fills the next camera and returns 0, non-zero after the last.
+    /// each call fills the next camera and returns ZX_OK, non-zero after the last.
     virtual int DriverCameraNext_UNI_WRP(const SZxGrabberHWUnit& unit, SZxGrabberCameraDesc& camera) = 0;
     /// The camera of the active secondary grabber.
     virtual int CameraGet_WRP(SZxGrabberCameraDesc& camera) = 0;
@@ -73,13 +89,18 @@ public:
     virtual int CameraSet_WRP(const wchar_t* name) = 0;
 
     // Secondary grabbers
+    /// Number of secondary grabbers (cameras in use at once).
     virtual int SecGrabber_GetCount() = 0;
+    /// The active secondary grabber (0 = the primary).
     virtual int SecGrabber_GetActive() = 0;
+    /// Makes `instance` the active secondary grabber; non-zero when there is none.
     virtual int SecGrabber_SetActive(int instance) = 0;
     /// The provider of the active secondary grabber.
     virtual CZxGenProvider_Low* GetProvider_Low() = 0;
 
     // Driver identity
+    /// The class name that says which family of driver this is.
     virtual CZxStringW GrabberDriverGetClassNameLogical() = 0;
+    /// The driver's name in the user's language.
     virtual CZxStringW GrabberDriverNameLocalisedGet() = 0;
 };

@@ -6,12 +6,16 @@
 
 /// Indices of the scheme's colours.
 enum : int {
+    /// Window background.
     ZX_GUICOLOR_WINDOW = 0,
+    /// Text.
     ZX_GUICOLOR_TEXT = 1,
+    /// Selection highlight.
     ZX_GUICOLOR_HIGHLIGHT = 2,
     /// Background the scheme paints behind owner-drawn buttons; 0 means the
     /// scheme paints none and the item fills itself with the button face.
     ZX_GUICOLOR_BUTTONBACK = 8,
+    /// Number of colour slots.
     ZX_GUICOLOR_COUNT = 16,
 };
 

@@ -9,8 +9,11 @@
 /// a driver's "m_fileReference", the translation context of its module); a class
 /// without metadata carries a null variant.
 struct SZxRTTIClassImpl {
+    /// The interface implemented.
     CZxStringW m_wstrInterface;
+    /// The implementing class's name.
     CZxStringW m_wstrClassName;
+    /// The metadata record the module declared (null when none).
     CZxVariant m_varMetadata;
 };
 
@@ -19,10 +22,10 @@ struct SZxRTTIClassImpl {
 class ZX_HOST_API CZxRTTI {
 public:
     /// Adds or replaces the implementation of `interfaceName` named `className`.
-    /// Returns 0, or -9 for a null or empty name.
+    /// Returns ZX_OK, or ZX_E_FAIL for a null or empty name. Any thread.
     static int RegisterClassImpl(const wchar_t* interfaceName, const wchar_t* className,
                                  const CZxVariant& metadata);
-    /// Removes it; 0 when it was registered, -9 otherwise.
+    /// Removes it; ZX_OK when it was registered, ZX_E_FAIL otherwise.
     static int UnregisterClassImpl(const wchar_t* interfaceName, const wchar_t* className);
     /// The implementation, or null when none is registered. The record stays valid
     /// until that class is unregistered or registered again.
