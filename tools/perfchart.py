@@ -130,15 +130,16 @@ def live(runs, png):
     print(f"Median of {len(runs)} runs (lowest–highest run in brackets); each run's figure is the fastest of "
           f"{runs[0]['runs']} frames. CPU: time of the one thread; wall: elapsed, N = {n} threads.\n")
     print(f"| case | ours 1T CPU ms | OpenCV 1T CPU ms | speed-up 1T | ours 1T wall ms | ours {n}T wall ms | "
-          f"{n}T / 1T | frames/s {n}T | OpenCV {n}T wall ms |")
-    print("|---|---|---|---|---|---|---|---|---|")
+          f"{n}T / 1T | frames/s {n}T | OpenCV {n}T wall ms | work {n}T / 1T |")
+    print("|---|---|---|---|---|---|---|---|---|---|")
     for k in names:
         cs = rows[k]
         print(f"| {k} | {fmt(stat(cs, lambda c: c['ours1_cpu_ms']), 2)} | {fmt(stat(cs, lambda c: c['opencv1_cpu_ms']), 2)} | "
               f"{fmt(stat(cs, lambda c: c['opencv1_cpu_ms'] / c['ours1_cpu_ms']), 2)} | "
               f"{fmt(stat(cs, lambda c: c['ours1_ms']), 2)} | {fmt(stat(cs, lambda c: c['oursN_ms']), 2)} | "
               f"{fmt(stat(cs, lambda c: c['ours1_ms'] / c['oursN_ms']), 2)} | "
-              f"{fmt(stat(cs, lambda c: 1e3 / c['oursN_ms']), 1)} | {fmt(stat(cs, lambda c: c['opencvN_ms']), 2)} |")
+              f"{fmt(stat(cs, lambda c: 1e3 / c['oursN_ms']), 1)} | {fmt(stat(cs, lambda c: c['opencvN_ms']), 2)} | "
+              f"{fmt(stat(cs, lambda c: c['oursN_process_ms'] / c['ours1_cpu_ms']), 2)} |")
     if not png:
         return 0
     series = [("ours, 1 thread (CPU)", lambda c: 1e3 / c["ours1_cpu_ms"]),
