@@ -30,7 +30,7 @@ struct Worker {
 struct Pool {
     std::mutex frame;  // one frame at a time uses the workers; held while resizing
 
-    std::mutex lock;  // guards everything below
+    std::mutex lock;  // guards the fields below but for the atomics
     std::condition_variable wake, idle;
     unsigned keep = 0;        // workers wanted: setting - 1; workers at or above exit
     uint64_t generation = 0;  // bumped per posted job
