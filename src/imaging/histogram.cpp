@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -157,20 +159,32 @@ void CountRegion(SZxAEHistogram& h, const SZxPicBuf& pb, const SZxGrabberProbe* 
         count(spans, bins);
         return;
     }
-    std::vector<uint32_t> own(size_t(parts - 1) * tables * binCount, 0);
+    // Each part clears its own bins, and the sums are split by bin ranges (whole
+    // cache lines), so neither grows with the thread count on one thread.
+    const size_t perPart = tables * binCount;
+    std::unique_ptr<uint32_t[]> own(new (std::nothrow) uint32_t[size_t(parts - 1) * perPart]);
+    if (!own) {
+        count(spans, bins);
+        return;
+    }
     zx::RunParts(parts, [&](unsigned p) {
         uint32_t* to[3] = {bins[0], bins[1], bins[2]};
-        if (p > 0)
+        if (p > 0) {
+            std::memset(own.get() + (p - 1) * perPart, 0, perPart * sizeof(uint32_t));
             for (size_t c = 0; c < tables; ++c)
-                to[c] = own.data() + ((p - 1) * tables + c) * binCount;
+                to[c] = own.get() + (p - 1) * perPart + c * binCount;
+        }
         count(Cut(spans, pb.uiWidth, zx::PartStart(total, p, parts), zx::PartStart(total, p + 1, parts)), to);
     });
-    for (unsigned p = 1; p < parts; ++p)
-        for (size_t c = 0; c < tables; ++c) {
-            const uint32_t* from = own.data() + ((p - 1) * tables + c) * binCount;
-            for (size_t i = 0; i < binCount; ++i)
-                bins[c][i] += from[i];
-        }
+    zx::RunParts(parts, [&](unsigned q) {
+        const size_t from = zx::PartStart(binCount, q, parts, 16), to = zx::PartStart(binCount, q + 1, parts, 16);
+        for (unsigned p = 1; p < parts; ++p)
+            for (size_t c = 0; c < tables; ++c) {
+                const uint32_t* add = own.get() + (p - 1) * perPart + c * binCount;
+                for (size_t i = from; i < to; ++i)
+                    bins[c][i] += add[i];
+            }
+    });
 }
 
 } // namespace
