@@ -1,9 +1,12 @@
 // Any frame description, probe and histogram depth: counts must stay inside the
-// buffers and never read past the frame.
+// buffers and never read past the frame, and be the same on any number of
+// kernel threads.
+#include <cstdlib>
 #include <vector>
 
 #include "fuzz_input.h"
 #include "zx/histogram.h"
+#include "zx/kernel_level.h"
 #include "zxhost/system.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
@@ -48,5 +51,24 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             hist.pdwClipLimits[c] = in.Take<uint32_t>();
     }
     ZX_ComputeHistogramAE(&hist, &pb, (flags & 1) ? &probe : nullptr);
+
+    // Split over 2 to 4 kernel threads, the counts must be the one-thread ones.
+    const int threads = 1 + ((flags >> 5) & 3);
+    if (threads > 1 && hist.uiBinCount > 0) {
+        const uint32_t pixels = hist.uiPixelCount, binCount = hist.uiBinCount;
+        std::vector<uint32_t> one;
+        for (const uint32_t* b : hist.pdwHisto)
+            if (b)
+                one.insert(one.end(), b, b + binCount);
+        ZX_SetKernelThreads(threads);
+        ZX_ComputeHistogramAE(&hist, &pb, (flags & 1) ? &probe : nullptr);
+        ZX_SetKernelThreads(1);
+        std::vector<uint32_t> split;
+        for (const uint32_t* b : hist.pdwHisto)
+            if (b)
+                split.insert(split.end(), b, b + binCount);
+        if (hist.uiPixelCount != pixels || hist.uiBinCount != binCount || split != one)
+            std::abort();
+    }
     return 0;
 }

@@ -5,6 +5,10 @@ speed-up against OpenCV and of efficiency against the memory floor per kernel
 (needs gnuplot with the png terminal, Debian gnuplot-nox).
 
     tools/perfchart.py [--png FILE] run1.json run2.json run3.json
+
+Runs of `zxbench --live --json` give the live-path table instead: frames per
+second of capacity on one and on N threads beside OpenCV's chain, charted as
+frames per second per case.
 """
 import json
 import statistics
@@ -21,6 +25,8 @@ def main(argv):
         print(__doc__, file=sys.stderr)
         return 2
     runs = [json.load(open(p)) for p in argv]
+    if "live" in runs[0]:
+        return live(runs, png)
     keys, rows = [], {}
     for run in runs:
         for c in run["cases"]:
@@ -99,6 +105,73 @@ set title 'efficiency against the memory floor (memcpy or streaming sum of the s
 set ylabel 'floor time / our time'
 plot {plots['efficiency']}, 1 notitle lc rgb 'black' dt 2
 unset multiplot
+"""
+        subprocess.run(["gnuplot"], input=script, text=True, check=True)
+    return 0
+
+
+def live(runs, png):
+    names, rows = [], {}
+    for run in runs:
+        for c in run["live"]:
+            if c["name"] not in rows:
+                names.append(c["name"])
+                rows[c["name"]] = []
+            rows[c["name"]].append(c)
+
+    def stat(cases, fn):
+        vals = [fn(c) for c in cases]
+        return statistics.median(vals), min(vals), max(vals)
+
+    def fmt(s, digits):
+        return f"{s[0]:.{digits}f} ({s[1]:.{digits}f}–{s[2]:.{digits}f})"
+
+    n = runs[0]["threads"]
+    print(f"Median of {len(runs)} runs (lowest–highest run in brackets); each run's figure is the fastest of "
+          f"{runs[0]['runs']} frames. CPU: time of the one thread; wall: elapsed, N = {n} threads.\n")
+    print(f"| case | ours 1T CPU ms | OpenCV 1T CPU ms | speed-up 1T | ours 1T wall ms | ours {n}T wall ms | "
+          f"{n}T / 1T | frames/s {n}T | OpenCV {n}T wall ms | work {n}T / 1T |")
+    print("|---|---|---|---|---|---|---|---|---|---|")
+    for k in names:
+        cs = rows[k]
+        print(f"| {k} | {fmt(stat(cs, lambda c: c['ours1_cpu_ms']), 2)} | {fmt(stat(cs, lambda c: c['opencv1_cpu_ms']), 2)} | "
+              f"{fmt(stat(cs, lambda c: c['opencv1_cpu_ms'] / c['ours1_cpu_ms']), 2)} | "
+              f"{fmt(stat(cs, lambda c: c['ours1_ms']), 2)} | {fmt(stat(cs, lambda c: c['oursN_ms']), 2)} | "
+              f"{fmt(stat(cs, lambda c: c['ours1_ms'] / c['oursN_ms']), 2)} | "
+              f"{fmt(stat(cs, lambda c: 1e3 / c['oursN_ms']), 1)} | {fmt(stat(cs, lambda c: c['opencvN_ms']), 2)} | "
+              f"{fmt(stat(cs, lambda c: c['oursN_process_ms'] / c['ours1_cpu_ms']), 2)} |")
+    if not png:
+        return 0
+    series = [("ours, 1 thread (CPU)", lambda c: 1e3 / c["ours1_cpu_ms"]),
+              ("OpenCV, 1 thread (CPU)", lambda c: 1e3 / c["opencv1_cpu_ms"]),
+              (f"ours, {n} threads (wall)", lambda c: 1e3 / c["oursN_ms"]),
+              (f"OpenCV, {n} threads (wall)", lambda c: 1e3 / c["opencvN_ms"])]
+    with tempfile.TemporaryDirectory() as tmp:
+        path = f"{tmp}/live.dat"
+        with open(path, "w") as f:
+            for k in names:
+                cols = []
+                for _, fn in series:
+                    cols += list(stat(rows[k], fn))
+                f.write('"%s" %s\n' % (k.replace("live ", ""), " ".join(f"{v:.4f}" for v in cols)))
+        parts = []
+        for i, (title, _) in enumerate(series):
+            c = 2 + 3 * i
+            parts.append(f"'{path}' using {c}:{c + 1}:{c + 2}{':xtic(1)' if i == 0 else ''} title '{title}'")
+        script = f"""
+set terminal png size 1400,700 font ',10'
+set output '{png}'
+set style data histograms
+set style histogram errorbars gap 1 lw 1
+set style fill solid 0.6 border -1
+set xtics rotate by -35 scale 0
+set grid ytics
+set key top right
+set bmargin 10
+set logscale y
+set title 'live path: frames per second of capacity (median, bars: lowest and highest run)'
+set ylabel 'frames / s'
+plot {", ".join(parts)}, 30 title '30 frames/s' lc rgb 'black' dt 2
 """
         subprocess.run(["gnuplot"], input=script, text=True, check=True)
     return 0

@@ -1,6 +1,7 @@
 #include "zx/bayer.h"
 
 #include "imaging/kernel_level.h"
+#include "imaging/parallel.h"
 #include "imaging/pixel_kernels.h"
 #include "imaging/pixel_io.h"
 #include "zxhost/system.h"
@@ -10,9 +11,9 @@ namespace {
 
 // Reference level: the per-pixel rule everywhere.
 template <typename T>
-void DemosaicRef(const T* src, T* dst, uint32_t w, uint32_t h, int type)
+void DemosaicRef(const T* src, T* dst, uint32_t w, uint32_t h, int type, uint32_t y0, uint32_t y1)
 {
-    for (uint32_t y = 0; y < h; ++y) {
+    for (uint32_t y = y0; y < y1; ++y) {
         const BayerRow row = BayerRowOf(type, y);
         for (uint32_t x = 0; x < w; ++x)
             BayerPixel(src, w, h, x, y, row, dst + (size_t(y) * w + x) * 3);
@@ -81,10 +82,17 @@ void ZX_BayerToRGB(SZxPicBuf* pPicBuf, const void* pSrc, EZxBayerType type)
         !zx::DestinationHolds(*pPicBuf, 3, kSource))
         return;
     const uint32_t w = pPicBuf->uiWidth, h = pPicBuf->uiHeight;
-    if (pPicBuf->uiBits > 8)
-        zx::GetPixelKernels<uint16_t>().Demosaic(static_cast<const uint16_t*>(pSrc), static_cast<uint16_t*>(pPicBuf->pData), w, h, type);
-    else
-        zx::GetPixelKernels<uint8_t>().Demosaic(static_cast<const uint8_t*>(pSrc), static_cast<uint8_t*>(pPicBuf->pData), w, h, type);
+    // Bands of rows; each reads the rows beside it, so none depends on another.
+    const unsigned parts = zx::PartsFor(uint64_t(w) * h, h);
+    zx::RunParts(parts, [&](unsigned p) {
+        const uint32_t y0 = uint32_t(zx::PartStart(h, p, parts)), y1 = uint32_t(zx::PartStart(h, p + 1, parts));
+        if (pPicBuf->uiBits > 8)
+            zx::GetPixelKernels<uint16_t>().Demosaic(static_cast<const uint16_t*>(pSrc),
+                                                     static_cast<uint16_t*>(pPicBuf->pData), w, h, type, y0, y1);
+        else
+            zx::GetPixelKernels<uint8_t>().Demosaic(static_cast<const uint8_t*>(pSrc),
+                                                    static_cast<uint8_t*>(pPicBuf->pData), w, h, type, y0, y1);
+    });
 }
 
 void ZX_BayerToRGB(CZxGrabberSample01* pSample, const void* pSrc, EZxBayerType type)

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "imaging/parallel.h"
 #include "imaging/pixel_io.h"
 #include "imaging/pixel_kernels.h"
 #include "zxhost/geomtrans.h"
@@ -9,7 +10,19 @@
 
 namespace {
 const wchar_t* const kSource = L"common";
+
+// Runs a 2 x 2 kernel over bands of output rows: band y0 .. y1 reads source
+// rows 2 y0 .. 2 y1 - 1 and writes only its own rows.
+template <typename T, typename Kernel>
+void InBands(const void* src, void* dst, uint32_t w, uint32_t h, uint32_t comp, Kernel&& kernel)
+{
+    const unsigned parts = zx::PartsFor(uint64_t(w) * h * 4, h);
+    zx::RunParts(parts, [&](unsigned p) {
+        const uint32_t y0 = uint32_t(zx::PartStart(h, p, parts)), y1 = uint32_t(zx::PartStart(h, p + 1, parts));
+        kernel(static_cast<const T*>(src) + size_t(y0) * 4 * w, static_cast<T*>(dst) + size_t(y0) * w * comp, y1 - y0);
+    });
 }
+} // namespace
 
 void ZX_MonoBinning(SZxPicBuf* pPicBuf, const void* pSrc, uint32_t factor)
 {
@@ -30,9 +43,13 @@ void ZX_MonoBinning(SZxPicBuf* pPicBuf, const void* pSrc, uint32_t factor)
     }
     if (factor == 2) {
         if (pPicBuf->uiBits > 8)
-            zx::GetPixelKernels<uint16_t>().MonoBin2(static_cast<const uint16_t*>(pSrc), static_cast<uint16_t*>(pPicBuf->pData), w, h);
+            InBands<uint16_t>(pSrc, pPicBuf->pData, w, h, 1, [&](const uint16_t* s, uint16_t* d, uint32_t rows) {
+                zx::GetPixelKernels<uint16_t>().MonoBin2(s, d, w, rows);
+            });
         else
-            zx::GetPixelKernels<uint8_t>().MonoBin2(static_cast<const uint8_t*>(pSrc), static_cast<uint8_t*>(pPicBuf->pData), w, h);
+            InBands<uint8_t>(pSrc, pPicBuf->pData, w, h, 1, [&](const uint8_t* s, uint8_t* d, uint32_t rows) {
+                zx::GetPixelKernels<uint8_t>().MonoBin2(s, d, w, rows);
+            });
         return;
     }
     // Packed one-component rows unless a proper mono destination states its own
@@ -83,9 +100,13 @@ void ZX_BayerBinning(SZxPicBuf* pPicBuf, const void* pSrc, EZxBayerType type, ui
     if (w == 0 || h == 0)
         return;
     if (pPicBuf->uiBits > 8)
-        zx::GetPixelKernels<uint16_t>().BayerBin2(static_cast<const uint16_t*>(pSrc), static_cast<uint16_t*>(pPicBuf->pData), w, h, type);
+        InBands<uint16_t>(pSrc, pPicBuf->pData, w, h, 3, [&](const uint16_t* s, uint16_t* d, uint32_t rows) {
+            zx::GetPixelKernels<uint16_t>().BayerBin2(s, d, w, rows, type);
+        });
     else
-        zx::GetPixelKernels<uint8_t>().BayerBin2(static_cast<const uint8_t*>(pSrc), static_cast<uint8_t*>(pPicBuf->pData), w, h, type);
+        InBands<uint8_t>(pSrc, pPicBuf->pData, w, h, 3, [&](const uint8_t* s, uint8_t* d, uint32_t rows) {
+            zx::GetPixelKernels<uint8_t>().BayerBin2(s, d, w, rows, type);
+        });
 }
 
 void ZX_BayerBinning(CZxGrabberSample01* pSample, const void* pSrc, EZxBayerType type, uint32_t factor)

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <utility>
 #include <vector>
 
 #include "imaging/histogram_kernels.h"
+#include "imaging/parallel.h"
 #include "imaging/pixel_io.h"
 #include "imaging/probe_region.h"
 #include "zxhost/system.h"
@@ -91,6 +94,27 @@ std::vector<zx::HistogramSpan> SpansOf(const SZxPicBuf& pb, const SZxGrabberProb
     return spans;
 }
 
+// The spans of samples [from, to) of the region, in order. A span covers
+// consecutive pixels in memory, so a cut inside it starts at pixel y * width +
+// x0 + k, wherever that lies (a whole frame's one span is cut across rows).
+std::vector<zx::HistogramSpan> Cut(const std::vector<zx::HistogramSpan>& spans, uint32_t width, uint64_t from,
+                                   uint64_t to)
+{
+    std::vector<zx::HistogramSpan> out;
+    uint64_t at = 0;
+    for (const zx::HistogramSpan& s : spans) {
+        const uint64_t lo = std::max(at, from), hi = std::min<uint64_t>(at + s.n, to);
+        if (lo < hi) {
+            const uint64_t pos = uint64_t(s.y) * width + s.x0 + (lo - at);
+            out.push_back({uint32_t(pos / width), uint32_t(pos % width), size_t(hi - lo)});
+        }
+        at += s.n;
+        if (at >= to)
+            break;
+    }
+    return out;
+}
+
 template <typename T>
 void CountRegion(SZxAEHistogram& h, const SZxPicBuf& pb, const SZxGrabberProbe* probe)
 {
@@ -100,26 +124,67 @@ void CountRegion(SZxAEHistogram& h, const SZxPicBuf& pb, const SZxGrabberProbe* 
     const zx::HistogramKernels<T>& k = zx::GetHistogramKernels<T>();
     const std::vector<zx::HistogramSpan> spans = SpansOf(pb, probe, &h.uiPixelCount);
 
+    unsigned shift = 0;
+    uint32_t tops[3] = {last, last, last};
     if (pb.uiComp == 1) {
         // Only the whole-frame 16-bit path scales a deeper frame down; the probe
         // paths index by the raw sample (the top bin catches what lies above).
-        unsigned shift = 0;
-        uint32_t top = last;
         if (!probe && sizeof(T) == 2 && int(pb.uiBits) > h.iMaxBits)
             shift = std::min<unsigned>(pb.uiBits - h.iMaxBits, 16);
         else if (h.pdwClipLimits)
-            top = std::min(top, h.pdwClipLimits[0]);
-        k.Mono(data, rowSamples, spans.data(), spans.size(), h.pdwHisto[0], shift, top);
-        return;
-    }
-
-    uint32_t tops[3] = {last, last, last};
-    if (h.pdwClipLimits)
+            tops[0] = std::min(last, h.pdwClipLimits[0]);
+    } else if (h.pdwClipLimits) {
         for (int c = 0; c < 3; ++c)
             tops[c] = std::min(last, h.pdwClipLimits[c]);
+    }
     // Memory order is blue, green, red; buffers are 1 = red, 2 = green, 3 = blue.
-    uint32_t* const bins[3] = {h.pdwHisto[3], h.pdwHisto[2], h.pdwHisto[1]};
-    k.Colour(data, rowSamples, spans.data(), spans.size(), bins, tops);
+    uint32_t* const bins[3] = {pb.uiComp == 1 ? h.pdwHisto[0] : h.pdwHisto[3], h.pdwHisto[2], h.pdwHisto[1]};
+    auto count = [&](const std::vector<zx::HistogramSpan>& part, uint32_t* const to[3]) {
+        if (pb.uiComp == 1)
+            k.Mono(data, rowSamples, part.data(), part.size(), to[0], shift, tops[0]);
+        else
+            k.Colour(data, rowSamples, part.data(), part.size(), to, tops);
+    };
+
+    uint64_t total = 0;
+    for (const zx::HistogramSpan& s : spans)
+        total += s.n;
+    // Every part counts into bins of its own (part 0 into the caller's), which
+    // are then added: integer counts, so the sums equal one thread's exactly.
+    // Each further part clears and adds a set of bins, so it must count at
+    // least as many samples as they hold.
+    const size_t tables = pb.uiComp == 1 ? 1 : 3, binCount = h.uiBinCount;
+    const unsigned parts = zx::PartsFor(total * pb.uiComp, 1 + total * pb.uiComp / (tables * binCount));
+    if (parts == 1) {
+        count(spans, bins);
+        return;
+    }
+    // Each part clears its own bins, and the sums are split by bin ranges (whole
+    // cache lines), so neither grows with the thread count on one thread.
+    const size_t perPart = tables * binCount;
+    std::unique_ptr<uint32_t[]> own(new (std::nothrow) uint32_t[size_t(parts - 1) * perPart]);
+    if (!own) {
+        count(spans, bins);
+        return;
+    }
+    zx::RunParts(parts, [&](unsigned p) {
+        uint32_t* to[3] = {bins[0], bins[1], bins[2]};
+        if (p > 0) {
+            std::memset(own.get() + (p - 1) * perPart, 0, perPart * sizeof(uint32_t));
+            for (size_t c = 0; c < tables; ++c)
+                to[c] = own.get() + (p - 1) * perPart + c * binCount;
+        }
+        count(Cut(spans, pb.uiWidth, zx::PartStart(total, p, parts), zx::PartStart(total, p + 1, parts)), to);
+    });
+    zx::RunParts(parts, [&](unsigned q) {
+        const size_t from = zx::PartStart(binCount, q, parts, 16), to = zx::PartStart(binCount, q + 1, parts, 16);
+        for (unsigned p = 1; p < parts; ++p)
+            for (size_t c = 0; c < tables; ++c) {
+                const uint32_t* add = own.get() + (p - 1) * perPart + c * binCount;
+                for (size_t i = from; i < to; ++i)
+                    bins[c][i] += add[i];
+            }
+    });
 }
 
 } // namespace

@@ -286,6 +286,9 @@ void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size
     }
 }
 
+// Above this many bins per channel the colour counts take the deep path.
+constexpr uint32_t kDeepColour = 4096;
+
 template <typename T, bool Clamp>
 void CountColour(const T* p, size_t n, uint32_t* const c[6], const uint32_t tops[3])
 {
@@ -308,6 +311,98 @@ void CountColour(const T* p, size_t n, uint32_t* const c[6], const uint32_t tops
     }
 }
 
+// ++table[k] on 16-bit counters, telling whether the counter wrapped to 0; one
+// instruction that addresses the counter itself, as IncrementWraps.
+inline bool IncrementWraps16(uint16_t* table, size_t k)
+{
+#if defined(__GNUC__) && defined(__x86_64__)
+    bool wrapped;
+    __asm__("addw $1, (%1,%2,2)" : "=@ccz"(wrapped) : "r"(table), "r"(k) : "memory");
+    return wrapped;
+#else
+    return ++table[k] == 0;
+#endif
+}
+
+// Deep colour ranges: three tables of 32-bit counters (768 KiB for 16-bit
+// samples) do not stay in the second-level cache beside the streamed frame, and
+// each increment that misses waits for the line. 16-bit counters halve that
+// footprint; a counter that wraps adds 65536 to a 32-bit table that is touched
+// only then. Where neighbouring samples repeat (flat areas, saturation), one
+// counter is hit again and again, which the core forwards quickly only at full
+// width: such stretches count straight into the 32-bit tables.
+constexpr size_t kColourStretch = size_t(1) << 14;  // pixels per choice of table
+constexpr size_t kPad16 = 32;                         // one cache line of 16-bit counters
+
+// Whether the first 64 pixels of a stretch repeat a channel's previous sample
+// at least 16 times (noise at 16 bits almost never does).
+template <typename T>
+bool RepeatsOften(const T* p, size_t n)
+{
+    unsigned repeats = 0;
+    for (size_t i = 1; i < std::min<size_t>(n, 64); ++i)
+        for (int k = 0; k < 3; ++k)
+            repeats += p[3 * i + k] == p[3 * i + k - 3];
+    return repeats >= 16;
+}
+
+template <typename T, bool Clamp>
+void CountColourNarrow(const T* p, size_t n, uint16_t* const narrow[3], uint32_t* const wide[3],
+                       const uint32_t tops[3])
+{
+    auto idx = [](uint32_t v, uint32_t t) { return Clamp ? std::min(v, t) : v; };
+    const uint32_t t0 = tops[0], t1 = tops[1], t2 = tops[2];
+    for (size_t i = 0; i < n; ++i, p += 3) {
+        const size_t a = idx(p[0], t0), b = idx(p[1], t1), c = idx(p[2], t2);
+        if (Rarely(IncrementWraps16(narrow[0], a)))
+            wide[0][a] += 65536;
+        if (Rarely(IncrementWraps16(narrow[1], b)))
+            wide[1][b] += 65536;
+        if (Rarely(IncrementWraps16(narrow[2], c)))
+            wide[2][c] += 65536;
+    }
+}
+
+template <typename T>
+void ColourDeep(const T* data, size_t rowSamples, const HistogramSpan* spans, size_t count,
+                uint32_t* const bins[3], const uint32_t t[3], bool clamp)
+{
+    size_t offset[3], total = 0;
+    for (int c = 0; c < 3; ++c) {
+        offset[c] = total;
+        total += size_t(t[c]) + 1 + kPad16;
+    }
+    // The narrow tables are cleared last, so they are the ones left in the cache.
+    std::vector<uint32_t> wideMem(total, 0);
+    std::vector<uint16_t> narrowMem(total, 0);
+    uint16_t* narrow[3];
+    uint32_t* wide[6];
+    for (int c = 0; c < 3; ++c) {
+        narrow[c] = narrowMem.data() + offset[c];
+        wide[c] = wide[c + 3] = wideMem.data() + offset[c];
+    }
+    for (size_t s = 0; s < count; ++s) {
+        const T* p = data + spans[s].y * rowSamples + size_t(spans[s].x0) * 3;
+        for (size_t at = 0; at < spans[s].n; at += kColourStretch) {
+            const size_t len = std::min(kColourStretch, spans[s].n - at);
+            const T* q = p + 3 * at;
+            if (RepeatsOften(q, len)) {
+                if (clamp)
+                    CountColour<T, true>(q, len, wide, t);
+                else
+                    CountColour<T, false>(q, len, wide, t);
+            } else if (clamp) {
+                CountColourNarrow<T, true>(q, len, narrow, wide, t);
+            } else {
+                CountColourNarrow<T, false>(q, len, narrow, wide, t);
+            }
+        }
+    }
+    for (int c = 0; c < 3; ++c)
+        for (uint32_t v = 0; v <= t[c]; ++v)
+            bins[c][v] += narrow[c][v] + wide[c][v];
+}
+
 template <typename T>
 void ColourFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size_t count,
                 uint32_t* const bins[3], const uint32_t tops[3])
@@ -320,9 +415,11 @@ void ColourFast(const T* data, size_t rowSamples, const HistogramSpan* spans, si
         t[c] = std::min(tops[c], maxRaw);
         clamp = clamp || t[c] < maxRaw;
     }
-    // Deep ranges keep one copy per channel: a second would double the tables'
-    // cache footprint, and the three channels already interleave their counts.
-    const size_t nCopies = std::max({t[0], t[1], t[2]}) < 4096 ? 2 : 1;
+    if (std::max({t[0], t[1], t[2]}) >= kDeepColour) {
+        ColourDeep(data, rowSamples, spans, count, bins, t, clamp);
+        return;
+    }
+    const size_t nCopies = 2;
     for (int c = 0; c < 3; ++c) {
         offset[c] = total;
         total += nCopies * (size_t(t[c]) + 1 + kPad);

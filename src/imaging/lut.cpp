@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "imaging/lut_kernels.h"
+#include "imaging/parallel.h"
 #include "imaging/pixel_io.h"
 #include "zxhost/system.h"
 
@@ -106,6 +107,20 @@ bool FromSample(CZxGrabberSample01* sample, SZxPicBuf* pb)
     return true;
 }
 
+// Calls fn(first, count) over `units` pixels of `samples` samples each, split
+// over the kernel threads; parts start on multiples of 64 pixels, so no two
+// threads write one cache line.
+template <typename F>
+void InParts(size_t units, uint32_t samples, F&& fn)
+{
+    const unsigned parts = zx::PartsFor(uint64_t(units) * samples);
+    zx::RunParts(parts, [&](unsigned p) {
+        const uint64_t a = zx::PartStart(units, p, parts, 64), b = zx::PartStart(units, p + 1, parts, 64);
+        if (b > a)
+            fn(size_t(a), size_t(b - a));
+    });
+}
+
 } // namespace
 
 // ---- Properties ----------------------------------------------------------------
@@ -192,10 +207,12 @@ void CZxBaseMonoLUT::ApplyLUT(SZxPicBuf* pb)
         return;
     const uint32_t last = (uint32_t(1) << m_iMaxBits) - 1;
     const zx::LutKernels& k = zx::GetLutKernels();
-    if (pb->uiBits > 8)
-        k.Map16(static_cast<uint16_t*>(pb->pData), n, m_pTable, last);
-    else
-        k.Map8(static_cast<uint8_t*>(pb->pData), n, m_pTable, last);
+    InParts(n, 1, [&](size_t at, size_t count) {
+        if (pb->uiBits > 8)
+            k.Map16(static_cast<uint16_t*>(pb->pData) + at, count, m_pTable, last);
+        else
+            k.Map8(static_cast<uint8_t*>(pb->pData) + at, count, m_pTable, last);
+    });
 }
 
 // ---- Colour tables ---------------------------------------------------------------
@@ -363,25 +380,31 @@ void CZxBaseLUT::ApplyLUT(SZxPicBuf* pb)
     if (pb->uiComp == 1) {
         if (m_uiIntensityMode != 1 || m_iIntensityBits < 0)
             return;
-        if (wide)
-            k.Map16(static_cast<uint16_t*>(pb->pData), n, m_pIntensity, last);
-        else
-            k.Map8(static_cast<uint8_t*>(pb->pData), n, m_pIntensity, last);
+        InParts(n, 1, [&](size_t at, size_t count) {
+            if (wide)
+                k.Map16(static_cast<uint16_t*>(pb->pData) + at, count, m_pIntensity, last);
+            else
+                k.Map8(static_cast<uint8_t*>(pb->pData) + at, count, m_pIntensity, last);
+        });
         return;
     }
     const size_t pixels = n / 3;
     if (m_uiColorMode == 1 && m_iChannelBits >= 0) {
         const uint16_t* const tables[3] = {m_pBlue, m_pGreen, m_pRed};
-        if (wide)
-            k.Map16x3(static_cast<uint16_t*>(pb->pData), pixels, tables, last);
-        else
-            k.Map8x3(static_cast<uint8_t*>(pb->pData), pixels, tables, last);
+        InParts(pixels, 3, [&](size_t at, size_t count) {
+            if (wide)
+                k.Map16x3(static_cast<uint16_t*>(pb->pData) + 3 * at, count, tables, last);
+            else
+                k.Map8x3(static_cast<uint8_t*>(pb->pData) + 3 * at, count, tables, last);
+        });
     } else if (m_uiColorMode == 2 && m_iPairBits >= 0) {
         const int32_t* const pairs[3] = {m_pPairBlue, m_pPairGreen, m_pPairRed};
         const int32_t M = (1 << m_iPairBits) - 1;
-        if (wide)
-            k.Pair16(static_cast<uint16_t*>(pb->pData), pixels, pairs, last, M);
-        else
-            k.Pair8(static_cast<uint8_t*>(pb->pData), pixels, pairs, last, M);
+        InParts(pixels, 3, [&](size_t at, size_t count) {
+            if (wide)
+                k.Pair16(static_cast<uint16_t*>(pb->pData) + 3 * at, count, pairs, last, M);
+            else
+                k.Pair8(static_cast<uint8_t*>(pb->pData) + 3 * at, count, pairs, last, M);
+        });
     }
 }

@@ -105,14 +105,24 @@ void Map8x3Fast(uint8_t* p, size_t n, const uint16_t* const tables[3], uint32_t 
     }
 }
 
-void Map16x3Fast(uint16_t* p, size_t n, const uint16_t* const tables[3], uint32_t last)
+template <bool Clamp>
+void Map16x3Loop(uint16_t* p, size_t n, const uint16_t* const tables[3], uint32_t last)
 {
     const uint16_t *tb = tables[0], *tg = tables[1], *tr = tables[2];
+    auto idx = [last](uint32_t v) { return Clamp ? std::min(v, last) : v; };
     for (size_t i = 0; i < n; ++i, p += 3) {
-        p[0] = tb[std::min<uint32_t>(p[0], last)];
-        p[1] = tg[std::min<uint32_t>(p[1], last)];
-        p[2] = tr[std::min<uint32_t>(p[2], last)];
+        p[0] = tb[idx(p[0])];
+        p[1] = tg[idx(p[1])];
+        p[2] = tr[idx(p[2])];
     }
+}
+
+void Map16x3Fast(uint16_t* p, size_t n, const uint16_t* const tables[3], uint32_t last)
+{
+    if (last >= 0xFFFF)
+        Map16x3Loop<false>(p, n, tables, last);
+    else
+        Map16x3Loop<true>(p, n, tables, last);
 }
 
 template <typename T>

@@ -165,29 +165,43 @@ TEST(Histogram, HandCases)
     EXPECT_EQ(h.uiPixelCount, 17u);
 }
 
-TEST(Histogram, LargeEightBitFramesCountExactlyWhateverTheContent)
+TEST(Histogram, LargeFramesCountExactlyWhateverTheContent)
 {
-    // Large whole 8-bit frames count pairs of samples into narrow or full-width
-    // tables, chosen per stretch of 2^16 samples by its content: noise, a flat
-    // stretch, noise with a pair recurring every eighth pair (its narrow counter
-    // wraps many times) and a two-value pattern follow each other, over an odd
-    // sample count that ends inside a stretch.
-    const uint32_t w = 641, h = 419;
-    auto frame = zxtest::RandomFrame(w, h, 8, 1, 77);
-    uint8_t* p = static_cast<uint8_t*>(frame->GetDataPtr());
-    for (size_t i = 0; i < size_t(w) * h; ++i) {
-        switch ((i >> 16) % 4) {
-        case 1: p[i] = 77; break;
-        case 2: if (i % 16 < 2) p[i] = i % 2 ? 9 : 7; break;
-        case 3: p[i] = i % 2 ? 3 : 200; break;
-        default: break;
+    // Large whole 8-bit mono frames count pairs of samples into narrow or
+    // full-width tables, chosen per stretch of 2^16 samples by its content;
+    // 16-bit colour frames count into 16-bit or 32-bit counters, chosen per
+    // stretch of 2^14 pixels. Noise, a flat stretch, noise with a pair recurring
+    // every eighth pair (its narrow counter wraps many times) and a two-value
+    // pattern (in colour: long enough for its 16-bit counters to wrap) follow
+    // each other, over an odd sample count that ends inside a stretch.
+    struct Case { uint32_t w, h, bits, comp; unsigned stretchBits; };
+    for (const Case c : {Case{641, 419, 8, 1, 16}, Case{701, 403, 16, 3, 14}}) {
+        auto frame = zxtest::RandomFrame(c.w, c.h, c.bits, c.comp, 77);
+        SZxPicBuf pb;
+        frame->GetPicBuf(&pb);
+        for (size_t i = 0; i < size_t(c.w) * c.h * c.comp; ++i) {
+            const size_t pixel = i / c.comp;
+            uint32_t v = zxtest::SampleAt(pb, i);
+            switch ((pixel >> c.stretchBits) % 4) {
+            case 1: v = 77; break;
+            case 2: if (c.comp == 1 && i % 16 < 2) v = i % 2 ? 9 : 7; else if (c.comp == 3) v = pixel % 2 ? 3 : 200; break;
+            case 3: v = pixel % 2 ? 3 : 200; break;
+            default: break;
+            }
+            if (c.bits > 8) static_cast<uint16_t*>(pb.pData)[i] = uint16_t(v);
+            else static_cast<uint8_t*>(pb.pData)[i] = uint8_t(v);
         }
+        const uint32_t clip[3] = {60000, 150, 65535};
+        zxtest::ForEachKernelLevel([&](int) {
+            for (const uint32_t* limits : {static_cast<const uint32_t*>(nullptr), clip}) {
+                SZxAEHistogram hist(int(c.bits), c.comp == 1, c.comp == 3);
+                if (limits) {
+                    hist.pdwClipLimits = static_cast<uint32_t*>(CZxAlloc::Alloc(3 * sizeof(uint32_t)));
+                    std::copy(clip, clip + 3, hist.pdwClipLimits);
+                }
+                ZX_ComputeHistogramAE(&hist, &pb, nullptr);
+                ExpectSame(hist, Reference(pb, int(c.bits), nullptr, limits), limits ? "clipped" : "mixed content");
+            }
+        });
     }
-    SZxPicBuf pb;
-    frame->GetPicBuf(&pb);
-    zxtest::ForEachKernelLevel([&](int) {
-        SZxAEHistogram hist(8, true, false);
-        ZX_ComputeHistogramAE(&hist, &pb, nullptr);
-        ExpectSame(hist, Reference(pb, 8, nullptr, nullptr), "mixed content");
-    });
 }

@@ -1,0 +1,169 @@
+#include <cstring>
+#include <functional>
+#include <thread>
+#include <vector>
+
+#include "pixel_test.h"
+#include "zx_levels.h"
+#include "zx/bayer.h"
+#include "zx/binning.h"
+#include "zx/histogram.h"
+#include "zx/kernel_level.h"
+#include "zx/lut.h"
+
+using pixtest::Samples;
+
+namespace {
+
+// Everything a frame function produced, flattened: output samples, or the bins
+// and the pixel count of a histogram.
+using Result = std::vector<uint32_t>;
+
+Result HistogramOf(const CZxGrabberSample01& frame, int maxBits, const SZxGrabberProbe* probe)
+{
+    SZxPicBuf pb;
+    frame.GetPicBuf(&pb);
+    SZxAEHistogram h(maxBits, pb.uiComp == 1, pb.uiComp == 3);
+    ZX_ComputeHistogramAE(&h, &pb, const_cast<SZxGrabberProbe*>(probe));
+    Result r{h.uiPixelCount, h.uiBinCount};
+    for (const uint32_t* bins : h.pdwHisto)
+        if (bins)
+            r.insert(r.end(), bins, bins + h.uiBinCount);
+    return r;
+}
+
+template <typename Lut>
+Result Mapped(const CZxGrabberSample01& frame, Lut& lut)
+{
+    SZxPicBuf pb;
+    frame.GetPicBuf(&pb);
+    CZxGrabberSample01 copy(pb.uiWidth, pb.uiHeight, pb.uiBits, pb.uiComp);
+    std::memcpy(copy.GetDataPtr(), pb.pData, copy.GetDataSize());
+    lut.ApplyLUT(&copy);
+    return Samples(copy);
+}
+
+struct Kernel {
+    const char* name;
+    uint32_t comp;  // of the input frame
+    std::function<Result(const CZxGrabberSample01& in, uint32_t bits)> run;
+};
+
+// Every frame function that splits its frame, with the variants that take
+// other paths through it (probes, scaled-down bins, pair tables).
+std::vector<Kernel> Kernels()
+{
+    auto histogram = [](int binDrop, const SZxGrabberProbe* probe) {
+        return [=](const CZxGrabberSample01& in, uint32_t bits) { return HistogramOf(in, int(bits) - binDrop, probe); };
+    };
+    static const SZxGrabberProbe rect = SZxGrabberProbe::Rect(1, 2, 900, 100);  // cut by the frame's right edge
+    static const SZxGrabberProbe circle = SZxGrabberProbe::Circle(150, 60, 140);
+    auto demosaic = [](int type) {
+        return [=](const CZxGrabberSample01& in, uint32_t bits) {
+            uint32_t w = 0, h = 0, b = 0, c = 0;
+            in.GetPicBufNumbers(&w, &h, &b, &c);
+            CZxGrabberSample01 out(w, h, bits, 3);
+            ZX_BayerToRGB(&out, in.GetDataPtr(), EZxBayerType(type));
+            return Samples(out);
+        };
+    };
+    auto binning = [](bool bayer) {
+        return [=](const CZxGrabberSample01& in, uint32_t bits) {
+            uint32_t w = 0, h = 0, b = 0, c = 0;
+            in.GetPicBufNumbers(&w, &h, &b, &c);
+            CZxGrabberSample01 out(w / 2, h / 2, bits, bayer ? 3 : 1);
+            if (bayer)
+                ZX_BayerBinning(&out, in.GetDataPtr(), ZX_BAYER_GRBG, 2);
+            else
+                ZX_MonoBinning(&out, in.GetDataPtr(), 2);
+            return Samples(out);
+        };
+    };
+    auto monoLut = [](const CZxGrabberSample01& in, uint32_t bits) {
+        CZxBaseMonoLUT lut{int(bits)};
+        lut.UpdateLUT(SZxBasePropsI{1.7, -0.05, 0.6}, int(bits));
+        return Mapped(in, lut);
+    };
+    auto colourLut = [](double weight) {
+        return [=](const CZxGrabberSample01& in, uint32_t bits) {
+            CZxBaseLUT lut{int(bits)};
+            SZxBaseProps p;
+            p.dGainR = 1.4;
+            p.dGammaB = 0.7;
+            p.dWeightG = weight;  // 1: channel tables; otherwise pair tables
+            lut.UpdateLUT(p, false, int(bits));
+            return Mapped(in, lut);
+        };
+    };
+    return {
+        {"mono histogram", 1, histogram(0, nullptr)},
+        {"mono histogram, bins scaled down", 1, histogram(2, nullptr)},
+        {"mono histogram, rectangle", 1, histogram(0, &rect)},
+        {"mono histogram, circle", 1, histogram(0, &circle)},
+        {"colour histogram", 3, histogram(0, nullptr)},
+        {"colour histogram, circle", 3, histogram(0, &circle)},
+        {"demosaic BGGR", 1, demosaic(1)},
+        {"demosaic GBRG", 1, demosaic(2)},
+        {"mono binning", 1, binning(false)},
+        {"Bayer binning", 1, binning(true)},
+        {"mono LUT", 1, monoLut},
+        {"colour LUT, channel tables", 3, colourLut(1.0)},
+        {"colour LUT, pair tables", 3, colourLut(1.6)},
+    };
+}
+
+} // namespace
+
+// Splitting a frame over threads must not change one bit of any result: every
+// kernel, level, depth and size against its one-thread result, from frames too
+// small to split up to ones cut into seven parts at odd places.
+TEST(KernelThreads, EveryThreadCountGivesTheOneThreadResult)
+{
+    const uint32_t sizes[][2] = {{2, 2}, {3, 5}, {67, 9}, {333, 257}, {1001, 131}};
+    const std::vector<Kernel> kernels = Kernels();
+    zxtest::ForEachKernelLevel([&](int) {
+        uint32_t seed = 7;
+        for (uint32_t bits : {8u, 12u, 16u})
+            for (const auto& s : sizes)
+                for (const Kernel& k : kernels) {
+                    auto in = zxtest::RandomFrame(s[0], s[1], bits, k.comp, seed++);
+                    ZX_SetKernelThreads(1);
+                    const Result one = k.run(*in, bits);
+                    for (int threads : {2, 3, 7}) {
+                        ASSERT_EQ(ZX_SetKernelThreads(threads), threads);
+                        ASSERT_EQ(k.run(*in, bits), one)
+                            << k.name << ", " << s[0] << "x" << s[1] << ", " << bits << " bits, " << threads << " threads";
+                    }
+                }
+    });
+    ZX_SetKernelThreads(1);
+}
+
+// The setting is clamped, and two threads that process frames at once (two
+// cameras) both get their exact results while the pool is taken.
+TEST(KernelThreads, ClampsTheSettingAndServesTwoCallersAtOnce)
+{
+    EXPECT_EQ(ZX_SetKernelThreads(0), 1);
+    EXPECT_EQ(ZX_SetKernelThreads(-3), 1);
+    EXPECT_EQ(ZX_SetKernelThreads(1000), 64);
+    EXPECT_EQ(ZX_GetKernelThreads(), 64);
+
+    ZX_SetKernelThreads(1);
+    auto a = zxtest::RandomFrame(1001, 300, 16, 3, 1), b = zxtest::RandomFrame(999, 301, 12, 1, 2);
+    const Result wantA = HistogramOf(*a, 16, nullptr), wantB = HistogramOf(*b, 12, nullptr);
+    ZX_SetKernelThreads(3);
+    std::vector<Result> gotA(20), gotB(20);
+    std::thread other([&] {
+        for (Result& r : gotB)
+            r = HistogramOf(*b, 12, nullptr);
+    });
+    for (Result& r : gotA)
+        r = HistogramOf(*a, 16, nullptr);
+    other.join();
+    ZX_SetKernelThreads(1);
+    EXPECT_EQ(ZX_GetKernelThreads(), 1);
+    for (size_t i = 0; i < gotA.size(); ++i) {
+        EXPECT_EQ(gotA[i], wantA) << "call " << i;
+        EXPECT_EQ(gotB[i], wantB) << "call " << i;
+    }
+}
