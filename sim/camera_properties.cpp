@@ -195,6 +195,20 @@ double CZxSimCamera::NumberOf(const wchar_t* name, int set) const
     return it == m_values[set].end() ? 0.0 : it->second.GetDouble();
 }
 
+double CZxSimCamera::FrameExposure(int set) const
+{
+    const double exposure = NumberOf(L"Exposure", set);
+    if (set != 0)
+        return exposure;
+    // Live view trades exposure for speed, as drivers do; the picture keeps its
+    // brightness through gain (see Snap).
+    const double cap = NumberOf(L"SpeedUpTime", set);
+    if (cap > 0.0)
+        return exposure < cap ? exposure : cap;
+    const double factor = NumberOf(L"LiveSpeedUp", set);
+    return factor > 1.0 ? exposure / factor : exposure;
+}
+
 // The pixel clock sets the fastest frame rate; reading half the sensor doubles it.
 static double MaxFrameRate(double pixelClockMHz, bool centerHalf)
 {
@@ -230,7 +244,7 @@ CZxVariant CZxSimCamera::Value(const SProperty& p, int set) const
         return m_dSensorTemperature;
     if (name == L"FrameRate") {
         const double maxRate = MaxFrameRate(NumberOf(L"PixelClock", set), NumberOf(L"SensorMode", set) != 0);
-        const double byExposure = 1000.0 / NumberOf(L"Exposure", set);
+        const double byExposure = 1000.0 / FrameExposure(set);
         return byExposure < maxRate ? byExposure : maxRate;
     }
     auto it = m_values[set].find(name);

@@ -147,9 +147,43 @@ int CZxSimGrabber::CameraSet_WRP(const wchar_t* name)
     for (const auto& c : m_units[m_current]->cameras)
         if (name && std::wcscmp(c.m_wszName, name) == 0) {
             m_cameras[static_cast<size_t>(m_active)]->SetCamera(c);
+            const auto o = m_orientation.find(c.m_wszName);
+            m_cameras[static_cast<size_t>(m_active)]->SetOrientation(o == m_orientation.end() ? 0 : o->second);
             return ZX_OK;
         }
     return ZX_E_FAIL;
+}
+
+int CZxSimGrabber::CameraOrientationGet_WRP(const wchar_t* name, int32_t& orientation)
+{
+    SZxGrabberCameraDesc active;
+    const std::wstring camera = name && *name ? name : (CameraGet_WRP(active) == ZX_OK ? active.m_wszName : L"");
+    bool known = false;
+    for (const auto& unit : m_units)
+        for (const auto& c : unit->cameras)
+            known |= camera == c.m_wszName;
+    if (!known)
+        return ZX_E_FAIL;
+    const auto o = m_orientation.find(camera);
+    orientation = o == m_orientation.end() ? ZX_ORIENT_NONE : o->second;
+    return ZX_OK;
+}
+
+int CZxSimGrabber::CameraOrientationSet_WRP(const wchar_t* name, int32_t orientation)
+{
+    int32_t old = 0;
+    if (orientation < ZX_ORIENT_NONE || orientation > ZX_ORIENT_FLIP_V ||
+        CameraOrientationGet_WRP(name, old) != ZX_OK)
+        return ZX_E_FAIL;
+    SZxGrabberCameraDesc active;
+    const std::wstring camera = name && *name ? name : (CameraGet_WRP(active) == ZX_OK ? active.m_wszName : L"");
+    m_orientation[camera] = orientation;
+    for (size_t i = 0; i < m_cameras.size(); ++i) {
+        SZxGrabberCameraDesc open;
+        if (CameraGet_WRP(int(i), open) == ZX_OK && camera == open.m_wszName)
+            m_cameras[i]->SetOrientation(orientation);
+    }
+    return ZX_OK;
 }
 
 int CZxSimGrabber::SecGrabber_SetActive(int instance)

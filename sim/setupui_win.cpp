@@ -91,6 +91,13 @@ CZxSimSetupUI::~CZxSimSetupUI()
 
 namespace {
 
+void ShowFastQuality(HWND hwnd, CZxGenProvider_Low* provider)
+{
+    const bool quality = provider && provider->GetModeFQ() == ZX_MODE_QUALITY;
+    CheckDlgButton(hwnd, IDC_ZX_FAST, quality ? BST_UNCHECKED : BST_CHECKED);
+    CheckDlgButton(hwnd, IDC_ZX_QUALITY, quality ? BST_CHECKED : BST_UNCHECKED);
+}
+
 void OnPageInit(SZxSimSetupPage& page, HWND hwnd)
 {
     IZxGrabberUI_Wrapper& host = *page.wrapper;
@@ -164,6 +171,11 @@ void OnPageInit(SZxSimSetupPage& page, HWND hwnd)
             for (int id : row)
                 ShowWindow(GetDlgItem(hwnd, id), SW_HIDE);
     ShowWindow(GetDlgItem(hwnd, IDC_ZX_ADVANCED), SW_SHOW);
+    // The set in use as a pair of toggles drawn by the library.
+    ZX_InitFastQualityButtons(hwnd, IDC_ZX_FAST, IDC_ZX_QUALITY);
+    ShowFastQuality(hwnd, provider);
+    for (int id : {IDC_ZX_FAST, IDC_ZX_QUALITY})
+        ShowWindow(GetDlgItem(hwnd, id), SW_SHOW);
     if (page.element) {
         // Docked, the element has no OK and Cancel (every change is live) and no
         // histogram: the camera items move up into the histogram's place.
@@ -245,6 +257,18 @@ INT_PTR CALLBACK ZxSimSetupPageProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM l
             // The advanced setup writes the auto-exposure targets the acquisition reads.
             CZxGrabberAdvancedSetupUI advanced(host.GetGeneric());
             advanced.CreateUI(reinterpret_cast<ZxHWnd>(hwnd));
+            return TRUE;
+        }
+        if ((LOWORD(wParam) == IDC_ZX_FAST || LOWORD(wParam) == IDC_ZX_QUALITY) && HIWORD(wParam) == BN_CLICKED) {
+            // The application may refuse the switch (e.g. while it records).
+            CZxGenProvider_Low* provider = host.GetGeneric();
+            const uint32_t mode = LOWORD(wParam) == IDC_ZX_FAST ? ZX_MODE_FAST : ZX_MODE_QUALITY;
+            if (provider && host.IS_FQModeChangeAllowed() && provider->SetModeFQ(mode) == 0) {
+                controls.ReinitMany(kAll);
+                controls.UpdateFromGenericMany(kAll);
+                controls.UpdateStateMany(kGroupValues);
+            }
+            ShowFastQuality(hwnd, provider);
             return TRUE;
         }
         break;

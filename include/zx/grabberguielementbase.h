@@ -26,6 +26,15 @@ enum : int32_t {
     ZX_GUIEVENT_SAVEROI = 10010,        ///< "Save ROI..."
     ZX_GUIEVENT_LOADROI = 10011,        ///< "Load ROI..."
     ZX_GUIEVENT_PREDEFINEDROI = 10013,  ///< 10013..10022: predefined ROI 1..10
+    /// IS_ChangeLiveMode: wParam = the mode; raised under the wait cursor.
+    ZX_GUIEVENT_LIVEMODECHANGE = 10030,
+    /// IS_OpenFreeTopicHelp: payload = the topic (const wchar_t*, never null).
+    ZX_GUIEVENT_HELP = 10031,
+    /// IS_SetHDLGActive: payload = an HWND* result slot (null on entry) the
+    /// handler fills with the window that is to be the active dialog.
+    ZX_GUIEVENT_SETACTIVEDIALOG = 10032,
+    /// IS_FQModeChangeAllowed: payload = the provider; the handler answers 0 to allow.
+    ZX_GUIEVENT_FQMODECHANGEQUERY = 10033,
 };
 
 /// Base of a driver's setup element.
@@ -59,8 +68,10 @@ public:
     /// The application's GUI zoom changed: the element relays out (moves its
     /// window to the new minimum size). Drivers with their own layout override.
     virtual void OnGuiZoomChanged();
-    /// Whether the user may switch between fast and quality: always here (the
-    /// element has no application callback to ask); drivers may override.
+    /// Whether the user may switch between fast and quality: as the dialog host
+    /// asks its callback, the element asks its handler
+    /// (ZX_GUIEVENT_FQMODECHANGEQUERY, allowed when it answers 0); true without
+    /// a handler. Drivers may override.
     virtual bool IS_FQModeChangeAllowed();
 
     /// The provider whose properties the controls edit (not owned).
@@ -84,12 +95,17 @@ public:
     bool IS_SetWaitCursor(bool on);
     /// The element is never modal.
     bool IS_IsModal() const { return false; }
-    /// Live-mode changes need no event here: the element follows the camera.
-    void IS_ChangeLiveMode(ZxHWnd, uint32_t) {}
-    /// The element's own window is the active dialog.
-    ZxHWnd IS_SetHDLGActive(ZxHWnd hwnd) { return hwnd; }
-    /// The element has no help sink of its own: nothing happens.
-    void IS_OpenFreeTopicHelp(const wchar_t*) {}
+    /// As the dialog host: with a handler, wait cursor on, ZX_GUIEVENT_LIVEMODECHANGE
+    /// (wParam = mode), wait cursor off; nothing without one.
+    void IS_ChangeLiveMode(ZxHWnd hwnd, uint32_t mode);
+    /// As the dialog host: asks the handler (ZX_GUIEVENT_SETACTIVEDIALOG) which
+    /// window is to be the active dialog and returns it (null when it wrote
+    /// none). Needs a handler: without one the diagnostic assertion reports it
+    /// and the result is null.
+    ZxHWnd IS_SetHDLGActive(ZxHWnd hwnd);
+    /// As the dialog host's help: raises ZX_GUIEVENT_HELP with the topic (null
+    /// becomes ""); nothing without a handler.
+    void IS_OpenFreeTopicHelp(const wchar_t* topic);
 
     /// Builds the command menu for the groups of IS_InitCommandX.
     void CommandMenuCreate();

@@ -146,8 +146,11 @@ public:
 };
 
 /// The preview pad: a thumbnail list of the grabber's units. The unit the
-/// provider's camera runs on shows a frame the camera snaps when the list is
-/// filled; the other units show an empty frame. A double click accepts.
+/// provider's camera runs on shows it live: a reading thread snaps a frame
+/// about five times a second (through the provider's "Snap" command) and the
+/// window's thread draws the newest one; the thread stops, and the last unshown
+/// frame is freed, when the list is refilled and in DestroyUI. The other units
+/// show an empty frame. A double click accepts.
 class ZX_API CZxHWUnitPreviewPad : public CZxGUIElement {
 public:
     /// Thumbnail size in pixels.
@@ -172,11 +175,18 @@ public:
     int GetSelectedIndex() const;
     /// The thumbnail list view (null before CreateUI).
     HWND GetListWindow() const { return m_hList; }
+    /// Live frames drawn into the thumbnail since the window was created.
+    int GetFramesShown() const;
+    /// Whether the reading thread runs.
+    bool IsReading() const;
 
 private:
     static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
     void Fill();
     int AddThumbnail(bool withFrame);
+    void StartReading(int image);
+    void StopReading();
+    void ShowNewFrame();
 
     CZxGenericProviderGrabber* m_pGrabber;
     CZxGenProvider_Low* m_pProvider;

@@ -159,7 +159,9 @@ public:
     /// Sends WM_ZX_LIVECHANGE to an open dialog unless a wait cursor is up. Any thread. ZX_OK.
     int32_t OnLiveChange(bool live, uint32_t mode) override;
     /// Copies the histogram into both models and posts WM_ZX_NEWHISTO to an open
-    /// dialog; `pixelKind` as CZxHistoDraw::SetHistogram takes it. Any thread. ZX_OK.
+    /// dialog, unless one is still queued: frames that come faster than the
+    /// dialog draws only refresh the models, which the next drawing shows.
+    /// `pixelKind` as CZxHistoDraw::SetHistogram takes it. Any thread. ZX_OK.
     int32_t OnNewHisto(SZxHisto& histo, uint32_t pixelKind) override;
     /// Shows the provider's values in every control. ZX_OK.
     int32_t OnNewCameraSettings() override;
@@ -348,6 +350,8 @@ protected:
     /// Guards both histogram models: OnNewHisto writes them on the acquisition
     /// thread while the dialog paints them on its own.
     mutable std::mutex m_histoLock;
+    /// A WM_ZX_NEWHISTO is queued and its IS_Message has not ended (guarded by m_histoLock).
+    bool m_bHistoPosted = false;
 };
 
 /// IZxGrabberUI_Wrapper over a dialog host (not owned): shared driver code

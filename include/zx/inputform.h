@@ -79,3 +79,7 @@
 #define IDC_ZX_CAMERA_GROUP 8042    // group box around the camera items
 /// Button that opens the advanced auto-exposure setup; hidden until a driver shows it.
 #define IDC_ZX_ADVANCED 8043        // opens the advanced auto-exposure setup (hidden until a driver shows it)
+/// Shows and switches to the fast (live) set, as ZX_InitFastQualityButtons draws it (hidden until a driver shows it).
+#define IDC_ZX_FAST 8044
+/// The same for the quality (capture) set.
+#define IDC_ZX_QUALITY 8045

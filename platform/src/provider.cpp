@@ -9,6 +9,8 @@
 
 CZxGenProvider_Low::~CZxGenProvider_Low() = default;
 CZxGenericProviderGrabber::~CZxGenericProviderGrabber() = default;
+int CZxGenericProviderGrabber::CameraOrientationGet_WRP(const wchar_t*, int32_t&) { return -2; }
+int CZxGenericProviderGrabber::CameraOrientationSet_WRP(const wchar_t*, int32_t) { return -2; }
 
 CZxRect CZxGrabberLib::GetSensorRect(const SZxGrabberFormatValue& format)
 {

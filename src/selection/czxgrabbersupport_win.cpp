@@ -3,8 +3,14 @@
 
 #include <commctrl.h>
 
+#include <iterator>
+#include <string>
+
 #include "selection_internal.h"
 #include "zx/grabbersupport.h"
+#include "zx/grabberuibase.h"
+#include "zxhost/grabber.h"
+#include "common/buttonimages_win.h"
 #include "zx/selectionids.h"
 #include "zx/status.h"
 #include "zxhost/alignwnd.h"
@@ -56,6 +62,16 @@ bool PlaceElement(HWND dlg, IZxGUIElement* element, const wchar_t* className, in
     return true;
 }
 
+// The selection dialogs' own icon in the caption and the task switcher.
+void ShowSelectionIcon(HWND dlg)
+{
+    for (WPARAM which : {WPARAM(ICON_SMALL), WPARAM(ICON_BIG)}) {
+        const int size = GetSystemMetrics(which == ICON_SMALL ? SM_CXSMICON : SM_CXICON);
+        if (HANDLE icon = LoadImageW(ZX_GetLibraryModule(), L"ZX_ICON_SELECT", IMAGE_ICON, size, size, LR_SHARED))
+            SendMessageW(dlg, WM_SETICON, which, reinterpret_cast<LPARAM>(icon));
+    }
+}
+
 void SetUnitTitle(HWND dlg, CZxGenericProviderGrabber* g)
 {
     CZxStringW title;
@@ -71,6 +87,7 @@ void SetUnitTitle(HWND dlg, CZxGenericProviderGrabber* g)
 
 void Finish(HWND dlg)
 {
+    ShowSelectionIcon(dlg);
     SetDlgItemTextW(dlg, IDCANCEL, Tr(L"Cancel", kSource));
     ZX_AlignWnd(dlg, GetWindow(dlg, GW_OWNER), 6, ZX_ALIGN_KEEP_ON_SCREEN);
 }
@@ -261,22 +278,114 @@ INT_PTR CALLBACK CameraDlgProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam)
     return FALSE;
 }
 
-void AddTooltips(HWND dlg)
+// ---- Orientation of the chosen camera (buttons 2201..2206) ----
+
+const UINT kOrientationRefresh = WM_APP + 77;
+const UINT_PTR kCameraListWatch = 0x5A58'4F52;
+
+struct SOrientationButton {
+    int id;
+    int32_t orientation;
+    const wchar_t* image;
+};
+const SOrientationButton kOrientationButtons[] = {
+    {IDC_SEL_ROTATE_LEFT, ZX_ORIENT_ROTATE_LEFT, L"ROTATE_LEFT"},
+    {IDC_SEL_ROTATE_RIGHT, ZX_ORIENT_ROTATE_RIGHT, L"ROTATE_RIGHT"},
+    {IDC_SEL_ROTATE_180, ZX_ORIENT_ROTATE_180, L"ROTATE_180"},
+    {IDC_SEL_FLIP_H, ZX_ORIENT_FLIP_H, L"FLIP_H"},
+    {IDC_SEL_FLIP_V, ZX_ORIENT_FLIP_V, L"FLIP_V"},
+    {IDC_SEL_FLIP_NONE, ZX_ORIENT_NONE, L"FLIP_NONE"},
+};
+
+// The camera chosen in the camera element's list; empty when none is (or the
+// element is a driver's own, whose list the library cannot read).
+std::wstring ChosenCamera(IZxGUIElement* cameraElement)
 {
+    HWND list = GetDlgItem(ElementWindow(cameraElement), IDC_SEL_LIST);
+    const int row = list ? ListView_GetNextItem(list, -1, LVNI_SELECTED) : -1;
+    LVITEMW item{};
+    item.mask = LVIF_PARAM;
+    item.iItem = row;
+    if (row < 0 || !ListView_GetItem(list, &item) || !item.lParam)
+        return L"";
+    return reinterpret_cast<const SZxGrabberCameraDesc*>(item.lParam)->m_wszName;
+}
+
+// The buttons show the chosen camera's orientation, pressed; all are off when
+// no camera is chosen or the driver cannot orient its frames.
+void ShowOrientation(HWND dlg, CZxGenericProviderGrabber* g, IZxGUIElement* cameraElement)
+{
+    const std::wstring camera = ChosenCamera(cameraElement);
+    int32_t orientation = -1;
+    const bool known = g && !camera.empty() && g->CameraOrientationGet_WRP(camera.c_str(), orientation) == ZX_OK;
+    for (const SOrientationButton& b : kOrientationButtons) {
+        EnableWindow(GetDlgItem(dlg, b.id), known);
+        CheckDlgButton(dlg, b.id, known && b.orientation == orientation ? BST_CHECKED : BST_UNCHECKED);
+    }
+}
+
+// A click sets the chosen camera's orientation through the grabber; the
+// buttons then show what the grabber kept.
+bool OnOrientationButton(HWND dlg, CZxGenericProviderGrabber* g, IZxGUIElement* cameraElement, int id)
+{
+    for (const SOrientationButton& b : kOrientationButtons)
+        if (b.id == id) {
+            const std::wstring camera = ChosenCamera(cameraElement);
+            if (g && !camera.empty())
+                g->CameraOrientationSet_WRP(camera.c_str(), b.orientation);
+            ShowOrientation(dlg, g, cameraElement);
+            return true;
+        }
+    return false;
+}
+
+// Another camera chosen in the list: the buttons follow it.
+LRESULT CALLBACK CameraListWatch(HWND w, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR dlg)
+{
+    if (msg == WM_NOTIFY && lParam && reinterpret_cast<const NMHDR*>(lParam)->code == LVN_ITEMCHANGED)
+        PostMessageW(HWND(dlg), kOrientationRefresh, 0, 0);
+    if (msg == WM_NCDESTROY)
+        RemoveWindowSubclass(w, &CameraListWatch, kCameraListWatch);
+    return DefSubclassProc(w, msg, wParam, lParam);
+}
+
+// Image buttons with their tooltips, following the camera list.
+void InitOrientationButtons(HWND dlg, CZxGenericProviderGrabber* g, IZxGUIElement* cameraElement)
+{
+    HDC screen = GetDC(dlg);
+    for (const SOrientationButton& b : kOrientationButtons) {
+        HWND button = GetDlgItem(dlg, b.id);
+        RECT r{};
+        GetClientRect(button, &r);
+        SetWindowLongPtrW(button, GWL_STYLE, GetWindowLongPtrW(button, GWL_STYLE) | BS_BITMAP);
+        SendMessageW(button, BM_SETIMAGE, IMAGE_BITMAP,
+                     reinterpret_cast<LPARAM>(zxcommon::LoadButtonImage(b.image, screen, r.bottom - r.top - 4)));
+    }
+    ReleaseDC(dlg, screen);
     HWND tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0, 0, 0, dlg,
                                nullptr, GetModuleHandleW(nullptr), nullptr);
-    if (!tip)
-        return;
-    const CZxStringW rotate = Tr(L"Rotate", kSource), flip = Tr(L"Flip", kSource);
-    for (int id = IDC_SEL_ROTATE_LEFT; id <= IDC_SEL_FLIP_NONE; ++id) {
+    const CZxStringW texts[] = {Tr(L"Rotate Left", kSource),       Tr(L"Rotate Right", kSource),
+                                Tr(L"Rotate 180\u00b0", kSource),  Tr(L"Flip Horizontally", kSource),
+                                Tr(L"Flip Vertically", kSource),   Tr(L"No Rotation or Flip", kSource)};
+    for (size_t i = 0; tip && i < std::size(kOrientationButtons); ++i) {
         TOOLINFOW ti{};
         ti.cbSize = TTTOOLINFOW_V2_SIZE;   // version-5 common controls refuse the full size
         ti.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
         ti.hwnd = dlg;
-        ti.uId = reinterpret_cast<UINT_PTR>(GetDlgItem(dlg, id));
-        ti.lpszText = const_cast<wchar_t*>((id < IDC_SEL_FLIP_H ? rotate : flip).GetString());
+        ti.uId = reinterpret_cast<UINT_PTR>(GetDlgItem(dlg, kOrientationButtons[i].id));
+        ti.lpszText = const_cast<wchar_t*>(texts[i].GetString());
         SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
     }
+    if (HWND element = ElementWindow(cameraElement))
+        SetWindowSubclass(element, &CameraListWatch, kCameraListWatch, DWORD_PTR(dlg));
+    ShowOrientation(dlg, g, cameraElement);
+}
+
+void DoneOrientationButtons(HWND dlg)
+{
+    for (const SOrientationButton& b : kOrientationButtons)
+        if (HGDIOBJ image = reinterpret_cast<HGDIOBJ>(SendDlgItemMessageW(dlg, b.id, BM_SETIMAGE, IMAGE_BITMAP, 0)))
+            DeleteObject(image);
 }
 
 // "HWUNIT_AND_CAMERA_SELECT_PREVIEW": the unit element over 1401, the camera element over 1402.
@@ -298,12 +407,21 @@ INT_PTR CALLBACK BothDlgProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam)
             return TRUE;
         }
         SetUnitTitle(dlg, p->grabber);
-        AddTooltips(dlg);
+        InitOrientationButtons(dlg, p->grabber, p->cameraElement);
         Finish(dlg);
         return TRUE;
+    case kOrientationRefresh:
+        if (p)
+            ShowOrientation(dlg, p->grabber, p->cameraElement);
+        return TRUE;
+    case WM_DESTROY:
+        DoneOrientationButtons(dlg);
+        return FALSE;
     case WM_COMMAND:
         if (!p)
             return FALSE;
+        if (HIWORD(wParam) == BN_CLICKED && OnOrientationButton(dlg, p->grabber, p->cameraElement, LOWORD(wParam)))
+            return TRUE;
         if (LOWORD(wParam) == IDOK) {
             p->takingOver = true;
             SendMessageW(ElementWindow(p->unitElement), WM_ZX_SEL_TAKEOVER, 0, 0);

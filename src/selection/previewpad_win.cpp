@@ -4,19 +4,43 @@
 #include <commctrl.h>
 
 #include <cwchar>
+#include <memory>
+#include <mutex>
 #include <vector>
 
+#include "common/framereader.h"
 #include "zx/grabbersupport.h"
 #include "zx/status.h"
 #include "zxhost/picbuf.h"
 
 struct CZxHWUnitPreviewPad::SItems {
     std::vector<SZxGrabberHWUnit> units;
+    // The live thumbnail: the reader hands its newest frame over in `pending`
+    // (an older unshown one is dropped); the window's thread draws it into
+    // image `liveImage` of the list.
+    std::unique_ptr<zxcommon::CFrameReader> reader;
+    std::mutex lock;
+    CZxGrabberSample01* pending = nullptr;
+    int liveImage = -1;
+    int shown = 0;
 };
 
 namespace {
 const wchar_t kClass[] = L"ZxHWUnitPreviewPad";
 const int kListId = 1601;
+const UINT kNewFrame = WM_APP + 1;
+const int kReadPeriodMs = 200;   // five frames a second: a preview, not the live view
+
+CZxGrabberSample01* SnapFrom(CZxGenProvider_Low* provider)
+{
+    CZxGrabberSample01* sample = nullptr;
+    SZxGrabberCommandValue snap(L"Snap");
+    if (provider && provider->Command_WRP(snap, false, nullptr, false, &sample) != ZX_OK) {
+        delete sample;
+        sample = nullptr;
+    }
+    return sample;
+}
 
 bool SameUnit(const SZxGrabberHWUnit& a, const SZxGrabberHWUnit& b)
 {
@@ -120,6 +144,8 @@ ZxHWnd CZxHWUnitPreviewPad::CreateUI(const wchar_t* name, int32_t, ZxHWnd parent
 
 void CZxHWUnitPreviewPad::DestroyUI()
 {
+    // No frame is read or posted once the window starts to go.
+    StopReading();
     CZxGUIElement::DestroyUI();   // the list goes with its parent
     m_hList = nullptr;
     if (m_hImages)
@@ -129,14 +155,7 @@ void CZxHWUnitPreviewPad::DestroyUI()
 
 int CZxHWUnitPreviewPad::AddThumbnail(bool withFrame)
 {
-    CZxGrabberSample01* sample = nullptr;
-    if (withFrame && m_pProvider) {
-        SZxGrabberCommandValue snap(L"Snap");
-        if (m_pProvider->Command_WRP(snap, false, nullptr, false, &sample) != ZX_OK) {
-            delete sample;
-            sample = nullptr;
-        }
-    }
+    CZxGrabberSample01* sample = withFrame ? SnapFrom(m_pProvider) : nullptr;
     HBITMAP bmp = Thumbnail(sample);
     delete sample;
     const int image = bmp ? ImageList_Add(m_hImages, bmp, nullptr) : -1;
@@ -149,12 +168,13 @@ void CZxHWUnitPreviewPad::Fill()
 {
     if (!m_hList)
         return;
+    StopReading();
     ListView_DeleteAllItems(m_hList);
     ImageList_RemoveAll(m_hImages);
     SZxGrabberHWUnit* current = new SZxGrabberHWUnit();
     const bool haveCurrent = m_pGrabber && m_pGrabber->HWUnitGet_UNI_WRP(*current) == ZX_OK;
     const int emptyImage = AddThumbnail(false);
-    int select = 0;
+    int select = 0, liveImage = -1;
     for (size_t i = 0; i < m_pItems->units.size(); ++i) {
         const SZxGrabberHWUnit& u = m_pItems->units[i];
         const bool live = haveCurrent && SameUnit(u, *current);
@@ -163,6 +183,8 @@ void CZxHWUnitPreviewPad::Fill()
         item.iItem = int(i);
         item.pszText = const_cast<wchar_t*>(u.m_wszName);
         item.iImage = live ? AddThumbnail(true) : emptyImage;
+        if (live)
+            liveImage = item.iImage;
         SendMessageW(m_hList, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
         if (m_pUnit && SameUnit(u, *m_pUnit))
             select = int(i);
@@ -170,7 +192,63 @@ void CZxHWUnitPreviewPad::Fill()
     delete current;
     if (!m_pItems->units.empty())
         ListView_SetItemState(m_hList, select, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    if (liveImage >= 0 && m_pProvider)
+        StartReading(liveImage);
 }
+
+void CZxHWUnitPreviewPad::StartReading(int image)
+{
+    SItems& items = *m_pItems;
+    items.liveImage = image;
+    HWND w = reinterpret_cast<HWND>(m_hWnd);
+    CZxGenProvider_Low* provider = m_pProvider;
+    items.reader = std::make_unique<zxcommon::CFrameReader>(kReadPeriodMs, [&items, w, provider] {
+        CZxGrabberSample01* sample = SnapFrom(provider);
+        if (!sample)
+            return;
+        {
+            const std::lock_guard<std::mutex> lock(items.lock);
+            delete items.pending;
+            items.pending = sample;
+        }
+        PostMessageW(w, kNewFrame, 0, 0);
+    });
+    items.reader->Start();
+}
+
+void CZxHWUnitPreviewPad::StopReading()
+{
+    SItems& items = *m_pItems;
+    items.reader.reset();   // joins
+    const std::lock_guard<std::mutex> lock(items.lock);
+    delete items.pending;
+    items.pending = nullptr;
+    items.liveImage = -1;
+}
+
+void CZxHWUnitPreviewPad::ShowNewFrame()
+{
+    SItems& items = *m_pItems;
+    CZxGrabberSample01* sample = nullptr;
+    {
+        const std::lock_guard<std::mutex> lock(items.lock);
+        sample = items.pending;
+        items.pending = nullptr;
+    }
+    // A frame posted before a refill or stop has nowhere to go.
+    if (sample && m_hList && m_hImages && items.liveImage >= 0) {
+        if (HBITMAP bmp = Thumbnail(sample)) {
+            ImageList_Replace(m_hImages, items.liveImage, bmp, nullptr);
+            DeleteObject(bmp);
+            InvalidateRect(m_hList, nullptr, FALSE);
+            ++items.shown;
+        }
+    }
+    delete sample;
+}
+
+int CZxHWUnitPreviewPad::GetFramesShown() const { return m_pItems->shown; }
+bool CZxHWUnitPreviewPad::IsReading() const { return m_pItems->reader && m_pItems->reader->Running(); }
 
 void CZxHWUnitPreviewPad::AddItem(const SZxGrabberHWUnit& unit)
 {
@@ -202,6 +280,9 @@ LRESULT CALLBACK CZxHWUnitPreviewPad::WndProc(HWND hwnd, UINT msg, WPARAM wParam
     case WM_SIZE:
         if (pad->m_hList)
             SetWindowPos(pad->m_hList, nullptr, 0, 0, LOWORD(lParam), HIWORD(lParam), SWP_NOZORDER | SWP_NOACTIVATE);
+        return 0;
+    case kNewFrame:
+        pad->ShowNewFrame();
         return 0;
     case WM_ZX_SEL_TAKEOVER: {
         const int sel = pad->GetSelectedIndex();

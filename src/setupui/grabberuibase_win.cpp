@@ -63,15 +63,22 @@ int32_t CZxGrabberUI_Base::OnLiveChange(bool live, uint32_t mode)
 
 int32_t CZxGrabberUI_Base::OnNewHisto(SZxHisto& histo, uint32_t pixelKind)
 {
-    HWND dlg;
+    HWND dlg = nullptr;
     {
         const std::lock_guard<std::mutex> lock(m_histoLock);
         m_histoFull.SetHistogram(histo, pixelKind, nullptr);
         m_histoGrouped.SetHistogram(histo, pixelKind, nullptr);
-        dlg = m_hDlg;
+        // One message at a time: frames faster than the dialog paints only
+        // refresh the models, and the dialog's queue never fills with them.
+        if (m_hDlg && !m_bHistoPosted) {
+            dlg = m_hDlg;
+            m_bHistoPosted = true;
+        }
     }
-    if (dlg)
-        PostMessageW(dlg, WM_ZX_NEWHISTO, 0, 0);
+    if (dlg && !PostMessageW(dlg, WM_ZX_NEWHISTO, 0, 0)) {
+        const std::lock_guard<std::mutex> lock(m_histoLock);
+        m_bHistoPosted = false;
+    }
     return 0;
 }
 
@@ -145,6 +152,7 @@ void CZxGrabberUI_Base::IS_InitDialog(ZxHWnd zhwnd, bool* outFlag, uint32_t* out
     {
         const std::lock_guard<std::mutex> lock(m_histoLock);
         m_hDlg = hwnd;
+        m_bHistoPosted = false;
     }
     m_bHistoEnabled = false;
     if (m_pfnCallback) {
@@ -387,6 +395,18 @@ bool CZxGrabberUI_Base::IS_Message(ZxHWnd zhwnd, UINT msg, int64_t wParam, int64
     int64_t scratch = 0;
     if (!result)
         result = &scratch;
+    // The next frame may post again once this one is drawn (below or by the driver).
+    struct HistoDone {
+        CZxGrabberUI_Base* self;
+        bool on;
+        ~HistoDone()
+        {
+            if (on) {
+                const std::lock_guard<std::mutex> lock(self->m_histoLock);
+                self->m_bHistoPosted = false;
+            }
+        }
+    } histoDone{this, msg == WM_ZX_NEWHISTO};
 
     if (m_pfnCallback) {
         switch (msg) {

@@ -5,6 +5,7 @@
 #include "zxhost/grabber.h"
 #include "zxhost/guicolors.h"
 #include "zxhost/guidraw.h"
+#include "zxhost/system.h"
 #include "zxhost/waitcursor.h"
 
 namespace {
@@ -111,7 +112,10 @@ void CZxGrabberGUIElement_Base::OnGuiZoomChanged()
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-bool CZxGrabberGUIElement_Base::IS_FQModeChangeAllowed() { return true; }
+bool CZxGrabberGUIElement_Base::IS_FQModeChangeAllowed()
+{
+    return !m_bHasHandler || RaiseEvent(ZX_GUIEVENT_FQMODECHANGEQUERY, 0, reinterpret_cast<intptr_t>(m_pProvider)) == 0;
+}
 
 void CZxGrabberGUIElement_Base::IS_InitDialog(ZxHWnd hwnd, bool* outFlag, uint32_t* outValue)
 {
@@ -304,3 +308,28 @@ void CZxGrabberGUIElement_Wrapper::IS_ChangeLiveMode(ZxHWnd hwnd, uint32_t mode)
 ZxHWnd CZxGrabberGUIElement_Wrapper::IS_SetHDLGActive(ZxHWnd hwnd) { return m_pHost->IS_SetHDLGActive(hwnd); }
 void CZxGrabberGUIElement_Wrapper::IS_OpenFreeTopicHelp(const wchar_t* topic) { m_pHost->IS_OpenFreeTopicHelp(topic); }
 bool CZxGrabberGUIElement_Wrapper::IS_FQModeChangeAllowed() { return m_pHost->IS_FQModeChangeAllowed(); }
+
+// ---- The dialog host's application requests, asked of the element's handler ----
+
+void CZxGrabberGUIElement_Base::IS_ChangeLiveMode(ZxHWnd, uint32_t mode)
+{
+    if (!m_bHasHandler)
+        return;
+    IS_SetWaitCursor(true);
+    RaiseEvent(ZX_GUIEVENT_LIVEMODECHANGE, uintptr_t(mode), 0);
+    IS_SetWaitCursor(false);
+}
+
+ZxHWnd CZxGrabberGUIElement_Base::IS_SetHDLGActive(ZxHWnd)
+{
+    HWND active = nullptr;
+    if (ZX_DIAG_FAIL_IF(!m_bHasHandler, kSource))
+        return nullptr;
+    RaiseEvent(ZX_GUIEVENT_SETACTIVEDIALOG, 0, reinterpret_cast<intptr_t>(&active));
+    return reinterpret_cast<ZxHWnd>(active);
+}
+
+void CZxGrabberGUIElement_Base::IS_OpenFreeTopicHelp(const wchar_t* topic)
+{
+    RaiseEvent(ZX_GUIEVENT_HELP, 0, reinterpret_cast<intptr_t>(topic ? topic : L""));
+}

@@ -125,7 +125,7 @@ TEST(Selection, UnitListPreselectsOnlyAnExactMatchAndCancelIsMinus8)
     }
 }
 
-TEST(Selection, TitleNamesTheGrabberWhenThereAreSeveral)
+TEST(Selection, TitleNamesTheGrabberWhenThereAreSeveralBesideTheLibrarysIcon)
 {
     CZxSimGrabber g(2);
     for (int active : {0, 1}) {
@@ -134,6 +134,8 @@ TEST(Selection, TitleNamesTheGrabberWhenThereAreSeveral)
         std::wstring title;
         SelectUnit(g, *unit, [&](HWND host) {
             title = ItemText(host, 0);
+            EXPECT_TRUE(SendMessageW(host, WM_GETICON, ICON_SMALL, 0));
+            EXPECT_TRUE(SendMessageW(host, WM_GETICON, ICON_BIG, 0));
             ClickButton(host, IDCANCEL);
         });
         EXPECT_EQ(title, active ? L"Select Secondary Grabber HW Unit (Simulated Camera)"
@@ -448,4 +450,157 @@ TEST(Selection, EventForwarderNeedsItsContextAndTurnsAcceptIntoOk)
     EXPECT_EQ(command, WPARAM(0x10001));
     EXPECT_EQ(seen, 2);
     DestroyWindow(target);
+}
+
+namespace {
+// The tips of the tooltip window owned by `host`, in the order added.
+std::vector<std::wstring> Tooltips(HWND host)
+{
+    std::vector<std::wstring> tips;
+    for (HWND t = FindWindowExW(nullptr, nullptr, TOOLTIPS_CLASSW, nullptr); t;
+         t = FindWindowExW(nullptr, t, TOOLTIPS_CLASSW, nullptr)) {
+        if (GetWindow(t, GW_OWNER) != host)
+            continue;
+        for (int i = 0; i < int(SendMessageW(t, TTM_GETTOOLCOUNT, 0, 0)); ++i) {
+            wchar_t text[80] = {};
+            TOOLINFOW ti{};
+            ti.cbSize = sizeof ti;
+            ti.lpszText = text;
+            SendMessageW(t, TTM_ENUMTOOLSW, WPARAM(i), reinterpret_cast<LPARAM>(&ti));
+            tips.push_back(text);
+        }
+    }
+    return tips;
+}
+
+const int kOrientationIds[] = {IDC_SEL_ROTATE_LEFT, IDC_SEL_ROTATE_RIGHT, IDC_SEL_ROTATE_180,
+                               IDC_SEL_FLIP_H,      IDC_SEL_FLIP_V,       IDC_SEL_FLIP_NONE};
+
+// Handles what the dialog posted to itself.
+void Pump()
+{
+    MSG m;
+    while (PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE))
+        DispatchMessageW(&m);
+}
+
+// Which orientation button shows pressed: its id, 0 for none, -1 for more than one.
+int Pressed(HWND host)
+{
+    int pressed = 0;
+    for (int id : kOrientationIds)
+        if (IsDlgButtonChecked(host, id) == BST_CHECKED)
+            pressed = pressed ? -1 : id;
+    return pressed;
+}
+} // namespace
+
+TEST(Selection, CombinedDialogsImageButtonsOrientTheChosenCameraThroughTheGrabberAndShowItAgainOnReopening)
+{
+    CZxSimGrabber g;
+    auto unit = Unit();
+    CZxStringW camera;
+    std::vector<std::wstring> tips;
+    int images = 0, atStart = -2, afterClick = -2, otherCamera = -2, backOnFirst = -2;
+    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::HWUnitAndCameraSelect(nullptr, &g, *unit, camera, true); },
+                         [&](HWND host) {
+                             for (int id : kOrientationIds)
+                                 images += SendDlgItemMessageW(host, id, BM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
+                             tips = Tooltips(host);
+                             HWND cams = CameraElement(host);
+                             SelectRow(List(cams), 0);
+                             Pump();
+                             atStart = Pressed(host);
+                             ClickButton(host, IDC_SEL_ROTATE_RIGHT);
+                             afterClick = Pressed(host);
+                             SelectRow(List(cams), 1);
+                             ClickButton(host, IDC_SEL_FLIP_H);
+                             otherCamera = Pressed(host);
+                             SelectRow(List(cams), 0);
+                             ClickButton(host, IDC_SEL_ROTATE_RIGHT);
+                             backOnFirst = Pressed(host);
+                             ClickButton(host, IDCANCEL);
+                         }),
+              ZX_E_FAIL);
+    EXPECT_EQ(images, 6);
+    EXPECT_EQ(tips, (std::vector<std::wstring>{L"Rotate Left", L"Rotate Right", L"Rotate 180\u00b0",
+                                               L"Flip Horizontally", L"Flip Vertically", L"No Rotation or Flip"}));
+    EXPECT_EQ(atStart, IDC_SEL_FLIP_NONE);
+    EXPECT_EQ(afterClick, IDC_SEL_ROTATE_RIGHT) << "exactly the clicked one";
+    EXPECT_EQ(otherCamera, IDC_SEL_FLIP_H);
+    EXPECT_EQ(backOnFirst, IDC_SEL_ROTATE_RIGHT);
+    int32_t first = -1, second = -1;
+    EXPECT_EQ(g.CameraOrientationGet_WRP(L"SIM-M2048-0001", first), ZX_OK);
+    EXPECT_EQ(g.CameraOrientationGet_WRP(L"SIM-C2048-0002", second), ZX_OK);
+    EXPECT_EQ(first, ZX_ORIENT_ROTATE_RIGHT) << "even a cancelled dialog hands a click on to the driver";
+    EXPECT_EQ(second, ZX_ORIENT_FLIP_H);
+    EXPECT_EQ(g.Camera(0)->GetOrientation(), ZX_ORIENT_ROTATE_RIGHT) << "the open camera turns its frames";
+
+    // Reopened, the chosen camera's orientation shows without a click.
+    int reopened = -2;
+    DriveModal([&] { return CZxGrabberSupport::HWUnitAndCameraSelect(nullptr, &g, *unit, camera, true); },
+               [&](HWND host) {
+                   SelectRow(List(CameraElement(host)), 1);
+                   Pump();
+                   reopened = Pressed(host);
+                   ClickButton(host, IDCANCEL);
+               });
+    EXPECT_EQ(reopened, IDC_SEL_FLIP_H);
+}
+
+namespace {
+int Snaps(CZxSimCamera& cam)
+{
+    int n = 0;
+    for (const std::wstring& call : cam.CallLog())
+        n += call.rfind(L"Command_WRP(Snap", 0) == 0;
+    return n;
+}
+} // namespace
+
+// Opened and closed a few times: the live unit's thumbnail follows the camera
+// while the pad is up; once closed nothing is read or drawn, and the window,
+// image and frame handles are all given back.
+TEST(Selection, PreviewPadReadsTheLiveUnitUntilItsWindowGoesAndLeavesNothingBehind)
+{
+    CZxSimGrabber g;
+    g.SetPreviewAvailable(true);
+    CZxSimCamera& cam = *g.Camera(0);
+    HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 400, 300, nullptr, nullptr, nullptr, nullptr);
+    DWORD gdi = 0, user = 0;
+    for (int round = 0; round < 4; ++round) {
+        SCOPED_TRACE(round);
+        auto* pad = static_cast<CZxHWUnitPreviewPad*>(CZxGrabberSupport::HWUnitPreviewTab(nullptr, &g));
+        ASSERT_NE(pad, nullptr);
+        ASSERT_NE(pad->CreateUI(L"HWUnitPreviewPad", 0, reinterpret_cast<ZxHWnd>(owner), nullptr, nullptr), nullptr);
+        EXPECT_TRUE(pad->IsReading());
+        bool live = false;
+        for (int i = 0; i < 500 && !live; ++i) {
+            Pump();
+            live = pad->GetFramesShown() >= 3;
+            Sleep(10);
+        }
+        EXPECT_TRUE(live) << pad->GetFramesShown() << " frames shown";
+        pad->DestroyUI();
+        EXPECT_FALSE(pad->IsReading());
+        const int shown = pad->GetFramesShown(), snaps = Snaps(cam);
+        for (int i = 0; i < 30; ++i) {
+            Pump();
+            Sleep(10);
+        }
+        EXPECT_EQ(Snaps(cam), snaps) << "read after close";
+        EXPECT_EQ(pad->GetFramesShown(), shown) << "drawn after close";
+        delete pad;
+        // The first round may leave what the system caches (classes, fonts); the later ones nothing.
+        const DWORD gdiNow = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+        const DWORD userNow = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+        if (round == 0) {
+            gdi = gdiNow;
+            user = userNow;
+        } else {
+            EXPECT_LE(gdiNow, gdi);
+            EXPECT_LE(userNow, user);
+        }
+    }
+    DestroyWindow(owner);
 }

@@ -15,6 +15,7 @@
 #include "zx/iscontrols_command.h"
 #include "zxsim/camera.h"
 #include "zxsim/grabber.h"
+#include "zx_test.h"
 
 namespace {
 
@@ -242,5 +243,90 @@ TEST(GUIElement, CommandMenuFollowsTheDialogHostsROIRules)
         EXPECT_EQ(g_seen.defineEnabled, row.define) << row.multiView << " " << row.roi.IsNull();
         EXPECT_EQ(g_seen.useChecked, row.roiOn) << row.multiView << " " << row.roi.IsNull();
     }
+    element.DestroyUI();
+}
+
+namespace {
+// What a request handler saw, and what it answers.
+struct RequestSink {
+    ElementHost* element = nullptr;
+    std::vector<int32_t> codes;
+    uintptr_t wParam = 0;
+    uint32_t waitCount = 0;   // the element's wait cursor during the event
+    std::wstring topic;
+    intptr_t payload = 0;
+    HWND activeAnswer = nullptr;
+    int answer = 0;
+};
+
+int RequestHandler(void* context, SZxGUIElementEvent* e)
+{
+    auto* sink = static_cast<RequestSink*>(context);
+    sink->codes.push_back(e->m_iCode);
+    sink->wParam = e->m_wParam;
+    sink->waitCount = sink->element->GetWaitCount();
+    sink->payload = e->m_lParam;
+    if (e->m_iCode == ZX_GUIEVENT_HELP)
+        sink->topic = reinterpret_cast<const wchar_t*>(e->m_lParam);
+    if (e->m_iCode == ZX_GUIEVENT_SETACTIVEDIALOG)
+        *reinterpret_cast<HWND*>(e->m_lParam) = sink->activeAnswer;
+    return sink->answer;
+}
+} // namespace
+
+// Shared driver code calls these through the wrapper on either host; the element
+// asks its handler what the dialog host asks its callback.
+TEST(GUIElement, LiveModeHelpActiveDialogAndFastQualityQueryReachTheHandlerAsOnTheDialogHost)
+{
+    CZxSimGrabber grabber(1);
+    ParentWindow parent;
+    ElementHost element;
+    CZxGrabberGUIElement_Wrapper wrapper(&element);
+    SharedContext ctx{&wrapper, nullptr};
+    element.ctx = &ctx;
+    element.Init(grabber.Camera(0));
+    ZxHWnd w = element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr, nullptr);
+    ASSERT_TRUE(w);
+    IZxGrabberUI_Wrapper& page = wrapper;
+
+    // Without a handler: nothing is raised, the switch is allowed, and asking
+    // for the active dialog is a caller's fault, as without a callback.
+    page.IS_ChangeLiveMode(w, 1);
+    page.IS_OpenFreeTopicHelp(L"topic");
+    EXPECT_TRUE(page.IS_FQModeChangeAllowed());
+    {
+        zxtest::DiagCapture diag;
+        EXPECT_EQ(page.IS_SetHDLGActive(w), nullptr);
+        EXPECT_EQ(diag.Size(), 1u);
+    }
+    EXPECT_EQ(element.GetWaitCount(), 0u);
+
+    RequestSink sink;
+    sink.element = &element;
+    element.SetHandler(&RequestHandler, &sink);
+    page.IS_ChangeLiveMode(w, 2);
+    ASSERT_EQ(sink.codes, std::vector<int32_t>{ZX_GUIEVENT_LIVEMODECHANGE});
+    EXPECT_EQ(sink.wParam, 2u);
+    EXPECT_EQ(sink.waitCount, 1u) << "the change runs under the wait cursor";
+    EXPECT_EQ(element.GetWaitCount(), 0u);
+
+    page.IS_OpenFreeTopicHelp(L"Cooling");
+    EXPECT_EQ(sink.codes.back(), ZX_GUIEVENT_HELP);
+    EXPECT_EQ(sink.topic, L"Cooling");
+    page.IS_OpenFreeTopicHelp(nullptr);
+    EXPECT_EQ(sink.topic, L"");
+
+    sink.activeAnswer = parent.hwnd;
+    EXPECT_EQ(page.IS_SetHDLGActive(w), reinterpret_cast<ZxHWnd>(parent.hwnd));
+    EXPECT_EQ(sink.codes.back(), ZX_GUIEVENT_SETACTIVEDIALOG);
+    sink.activeAnswer = nullptr;
+    EXPECT_EQ(page.IS_SetHDLGActive(w), nullptr) << "the handler's answer, not the element's own window";
+
+    EXPECT_TRUE(page.IS_FQModeChangeAllowed());
+    EXPECT_EQ(sink.codes.back(), ZX_GUIEVENT_FQMODECHANGEQUERY);
+    EXPECT_EQ(sink.payload, reinterpret_cast<intptr_t>(static_cast<CZxGenProvider_Low*>(grabber.Camera(0))));
+    sink.answer = 1;
+    EXPECT_FALSE(page.IS_FQModeChangeAllowed()) << "a handler that refuses keeps the set";
+    EXPECT_EQ(sink.codes.size(), 7u);
     element.DestroyUI();
 }

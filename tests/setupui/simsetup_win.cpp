@@ -145,6 +145,40 @@ TEST(SimSetup, TheSamePageDocksAsAnElementAndOpensTheAdvancedSetupFromBothHosts)
             });
         EXPECT_EQ(r, 1);
         EXPECT_EQ(Get(camera, L"CaptureMaxExposure"), 2000.0) << "its Cancel restored the value";
+
+        // The library-drawn fast/quality pair switches the set in use, and the
+        // items show the other set's values.
+        zxtest::Set(camera, L"Exposure", 20.0, ZX_MODE_FAST);
+        zxtest::Set(camera, L"Exposure", 80.0, ZX_MODE_QUALITY);
+        EXPECT_EQ(GetWindowLongPtrW(GetDlgItem(hwnd, IDC_ZX_QUALITY), GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
+        EXPECT_EQ(zxtest::ItemText(hwnd, IDC_ZX_QUALITY), L"Live - Quality");
+        EXPECT_EQ(IsDlgButtonChecked(hwnd, IDC_ZX_FAST), BST_CHECKED);
+        const std::wstring fastExposure = zxtest::ItemText(hwnd, IDC_ZX_EXPOSURE);
+        auto click = [&](int id) {
+            SendMessageW(hwnd, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), LPARAM(GetDlgItem(hwnd, id)));
+        };
+        click(IDC_ZX_QUALITY);
+        EXPECT_EQ(camera.GetModeFQ(), uint32_t(ZX_MODE_QUALITY));
+        EXPECT_EQ(IsDlgButtonChecked(hwnd, IDC_ZX_QUALITY), BST_CHECKED);
+        EXPECT_EQ(IsDlgButtonChecked(hwnd, IDC_ZX_FAST), BST_UNCHECKED);
+        EXPECT_NE(zxtest::ItemText(hwnd, IDC_ZX_EXPOSURE), fastExposure);
+        click(IDC_ZX_FAST);
+        EXPECT_EQ(camera.GetModeFQ(), uint32_t(ZX_MODE_FAST));
+        EXPECT_EQ(zxtest::ItemText(hwnd, IDC_ZX_EXPOSURE), fastExposure);
+
+        // Live acceleration shows in the frame rate at the page's next poll.
+        Set(camera, L"Exposure", 200.0);
+        SendMessageW(hwnd, WM_TIMER, 1, 0);
+        EXPECT_EQ(zxtest::ItemText(hwnd, IDC_ZX_INFO), L"5.0 frames/s");
+        Set(camera, L"LiveSpeedUp", 5);
+        SendMessageW(hwnd, WM_TIMER, 1, 0);
+        EXPECT_EQ(zxtest::ItemText(hwnd, IDC_ZX_INFO), L"25.0 frames/s");
+        Set(camera, L"LiveSpeedUp", 1);
+        Set(camera, L"SpeedUpTime", 100);
+        SendMessageW(hwnd, WM_TIMER, 1, 0);
+        EXPECT_EQ(zxtest::ItemText(hwnd, IDC_ZX_INFO), L"10.0 frames/s");
+        Set(camera, L"SpeedUpTime", 0);
+        Set(camera, L"Exposure", 20.0);
         if (!docked)
             ui.InputSetupModelessHide();
     }

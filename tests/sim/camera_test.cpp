@@ -266,3 +266,39 @@ TEST(SimCameraFailNext, FailsTheNextCallOfItsOperationOnlyOnceAndChangesNothing)
         Set(cam, ZX_MODE_FAST, {{L"Gain", 1.0}});
     }
 }
+
+// Live acceleration: the fast set's frames run shorter (by the factor, or capped
+// at the speed-up time when that is on) and keep their brightness; the quality
+// set's do not change.
+TEST(SimCameraValues, LiveAccelerationShortensLiveFramesOnlyAndKeepsTheirBrightness)
+{
+    CZxSimCamera cam;
+    cam.Sensor().SetReadNoise(0.0);
+    cam.Sensor().SetSceneBrightness(0.3 / 400.0);   // mid-grey at 400 ms, far from clipping
+    ASSERT_EQ(Set(cam, 1, {{L"Exposure", 400.0}, {L"PixelClock", 48}}), ZX_OK);   // up to 60 frames/s
+    ASSERT_EQ(Set(cam, 2, {{L"Exposure", 400.0}, {L"PixelClock", 48}}), ZX_OK);
+    auto mean = [&] {
+        std::unique_ptr<CZxGrabberSample01> f(cam.Snap());
+        uint32_t w = 0, h = 0, bits = 0, comp = 0;
+        f->GetPicBufNumbers(&w, &h, &bits, &comp);
+        double sum = 0;
+        const auto* p = static_cast<const uint8_t*>(f->GetDataPtr());
+        for (uint64_t i = 0; i < f->GetDataSize(); ++i)
+            sum += p[i];
+        return sum / double(f->GetDataSize());
+    };
+    const double plain = mean();
+    ASSERT_GT(plain, 1.0);
+    const struct {
+        int speedUp, time;
+        double fastRate;
+    } cases[] = {{1, 0, 2.5}, {5, 0, 12.5}, {20, 0, 50.0}, {100, 0, 60.0}, {20, 100, 10.0}, {1, 250, 4.0}};
+    for (const auto& k : cases) {
+        SCOPED_TRACE(testing::Message() << k.speedUp << "x, " << k.time << " ms");
+        ASSERT_EQ(Set(cam, 1, {{L"LiveSpeedUp", k.speedUp}, {L"SpeedUpTime", k.time}}), ZX_OK);
+        EXPECT_DOUBLE_EQ(Get(cam, 1, L"FrameRate").GetDouble(), k.fastRate);
+        EXPECT_DOUBLE_EQ(Get(cam, 2, L"FrameRate").GetDouble(), 2.5) << "the capture set keeps its exposure";
+        // Within 10 %: at 100x the amplified shot noise clips at black and lifts nothing.
+        EXPECT_NEAR(mean(), plain, plain * 0.1) << "gain makes up for the shorter exposure";
+    }
+}

@@ -47,6 +47,17 @@ struct SZxGrabberHWUnit {
     bool IsEmpty() const { return m_wszName[0] == L'\0'; }
 };
 
+/// Orientation of a camera's frames: turned a quarter to the left (counter-
+/// clockwise) or right, half a turn, mirrored left-right or top-bottom.
+enum : int32_t {
+    ZX_ORIENT_NONE = 0,
+    ZX_ORIENT_ROTATE_LEFT = 1,
+    ZX_ORIENT_ROTATE_RIGHT = 2,
+    ZX_ORIENT_ROTATE_180 = 3,
+    ZX_ORIENT_FLIP_H = 4,
+    ZX_ORIENT_FLIP_V = 5,
+};
+
 /// The grabber object of one driver: it lists hardware units and their
 /// cameras and holds one low-level provider per secondary grabber (camera in
 /// use). Operations return ZX_OK on success, non-zero otherwise. The library
@@ -87,6 +98,13 @@ public:
     virtual int CameraGet_WRP(int index, SZxGrabberCameraDesc& camera) = 0;
     /// Opens the camera of that name on the active secondary grabber.
     virtual int CameraSet_WRP(const wchar_t* name) = 0;
+    /// How the driver turns or mirrors the frames of camera `name` (null or
+    /// empty: the active secondary grabber's camera), one of ZX_ORIENT_*. The
+    /// grabber keeps it per camera. Both return 0, -9 for an unknown camera or
+    /// value, and -2 (this default) when the driver cannot orient its frames.
+    virtual int CameraOrientationGet_WRP(const wchar_t* name, int32_t& orientation);
+    /// Sets it; the camera's next frames show it.
+    virtual int CameraOrientationSet_WRP(const wchar_t* name, int32_t orientation);
 
     // Secondary grabbers
     /// Number of secondary grabbers (cameras in use at once).

@@ -103,6 +103,9 @@ public:
     /// the sensor area) cut to the ROI when that is on, exposed with its
     /// exposure, gain and offset. The caller deletes it.
     CZxGrabberSample01* Snap();
+    /// Turns or mirrors every frame Snap delivers (ZX_ORIENT_*); the grabber sets it.
+    void SetOrientation(int32_t orientation);
+    int32_t GetOrientation() const;
     /// The sensor behind the camera, for the scene, noise and seed.
     CZxSimSensor& Sensor() { return m_sensor; }
     /// Live view shows several cameras at once (the ROI commands are then off).
@@ -160,6 +163,9 @@ private:
     bool Coerce(const SProperty& p, int set, const CZxVariant& in, CZxVariant& out) const;
     void Store(const SProperty& p, int set, const CZxVariant& v);
     double NumberOf(const wchar_t* name, int set) const;
+    /// The exposure frames of `set` get: the live (fast) set runs "LiveSpeedUp"
+    /// times shorter, or at most "SpeedUpTime" ms when that is on (above 0).
+    double FrameExposure(int set) const;
 
     SZxGrabberFormatValue Effective(const SZxGrabberFormatValue& base, int32_t sensorMode) const;
     const SZxGrabberFormatValue* FindFormat(const wchar_t* name) const;
@@ -188,6 +194,7 @@ private:
     bool m_bROIEnabled = false;
     bool m_bROISupported = true;
     bool m_bMultiView = false;
+    int32_t m_iOrientation = 0;   // ZX_ORIENT_*
     int m_iExtraFormats = 0;
     double m_dSensorTemperature = 25.0;
     CZxVariant m_varPredefinedROIs;

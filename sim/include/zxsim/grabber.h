@@ -1,7 +1,9 @@
 // The simulated grabber: hardware units with cameras, and one simulated
 // camera driver per secondary grabber.
 #pragma once
+#include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "zxhost/system.h"
@@ -30,6 +32,9 @@ public:
     int CameraGet_WRP(SZxGrabberCameraDesc& camera) override;
     int CameraGet_WRP(int index, SZxGrabberCameraDesc& camera) override;
     int CameraSet_WRP(const wchar_t* name) override;
+    /// Kept per camera name; an open camera of that name turns its next frames.
+    int CameraOrientationGet_WRP(const wchar_t* name, int32_t& orientation) override;
+    int CameraOrientationSet_WRP(const wchar_t* name, int32_t orientation) override;
 
     int SecGrabber_GetCount() override { return static_cast<int>(m_cameras.size()); }
     int SecGrabber_GetActive() override { return m_active; }
@@ -77,5 +82,6 @@ private:
     bool m_bPreview = false;
     bool m_bConnectionUi = true;
     std::vector<SZxGrabberHWUnit> m_connections;
+    std::map<std::wstring, int32_t> m_orientation;   // by camera name; absent = upright
     CZxStringW m_className = ZXSIM_DRIVER_CLASS;
 };
