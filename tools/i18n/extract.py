@@ -191,7 +191,7 @@ def template_texts():
             if d.caption:
                 found.setdefault((d.name, d.caption), []).append(ref)
             for c in d.controls:
-                if c.has_text and c.text and translatable_template_text(c.text):
+                if c.shows_text and c.text and translatable_template_text(c.text):
                     found.setdefault((d.name, c.text), []).append(ref)
     return found
 

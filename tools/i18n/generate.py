@@ -92,7 +92,7 @@ def translated(d, table, code):
     if t.caption:
         t.caption = tr(t.caption)
     for c in t.controls:
-        if c.has_text and c.text:
+        if c.shows_text and c.text:
             c.set_text(tr(c.text))
     factor = WIDEN.get((code, d.name))
     if factor:

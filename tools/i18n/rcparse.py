@@ -92,6 +92,13 @@ class Control:
         return self.keyword in TEXT_CONTROLS or self.keyword == "CONTROL"
 
     @property
+    def shows_text(self):
+        """False for icons and pictures, whose "text" names a resource."""
+        if self.keyword == "ICON":
+            return False
+        return self.has_text and not any(f in self.style for f in ("SS_ICON", "SS_BITMAP", "BS_ICON", "BS_BITMAP"))
+
+    @property
     def text(self):
         return unquote(self.args[0]) if self.has_text else None
 

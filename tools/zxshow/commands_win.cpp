@@ -103,6 +103,9 @@ void ShowProgress(HINSTANCE instance)
     for (CZxISControl* c : controls)
         c->Attach(reinterpret_cast<ZxHWnd>(dlg), &camera, &list);
     list.ReinitAndUpdateMany(~0u);
+    // The test dialog's own OK and Cancel would stand beside the command's Cancel.
+    ShowWindow(GetDlgItem(dlg, IDOK), SW_HIDE);
+    ShowWindow(GetDlgItem(dlg, IDCANCEL), SW_HIDE);
     SetWindowPos(dlg, nullptr, 60, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     ShowWindow(dlg, SW_SHOW);
     SetTimer(dlg, kPollTimer, 200, nullptr);
