@@ -50,12 +50,12 @@ struct SZxGrabberHWUnit {
 /// Orientation of a camera's frames: turned a quarter to the left (counter-
 /// clockwise) or right, half a turn, mirrored left-right or top-bottom.
 enum : int32_t {
-    ZX_ORIENT_NONE = 0,
-    ZX_ORIENT_ROTATE_LEFT = 1,
-    ZX_ORIENT_ROTATE_RIGHT = 2,
-    ZX_ORIENT_ROTATE_180 = 3,
-    ZX_ORIENT_FLIP_H = 4,
-    ZX_ORIENT_FLIP_V = 5,
+    ZX_ORIENT_NONE = 0,          ///< frames as the sensor gives them
+    ZX_ORIENT_ROTATE_LEFT = 1,   ///< a quarter turn counter-clockwise (width and height swap)
+    ZX_ORIENT_ROTATE_RIGHT = 2,  ///< a quarter turn clockwise (width and height swap)
+    ZX_ORIENT_ROTATE_180 = 3,    ///< half a turn
+    ZX_ORIENT_FLIP_H = 4,        ///< mirrored left-right
+    ZX_ORIENT_FLIP_V = 5,        ///< mirrored top-bottom
 };
 
 /// The grabber object of one driver: it lists hardware units and their
