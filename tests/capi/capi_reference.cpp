@@ -16,15 +16,8 @@ namespace {
 
 SZxPicBuf PicBuf(const ZxcFrame* f)
 {
-    SZxPicBuf pb;
-    pb.uiWidth = f->width;
-    pb.uiHeight = f->height;
-    pb.uiBits = f->bits;
-    pb.uiComp = f->components;
-    pb.uiRowBytes = f->width * f->components * (f->bits > 8 ? 2 : 1);
-    pb.ui64DataSize = uint64_t(pb.uiRowBytes) * f->height;
-    pb.pData = f->data;
-    return pb;
+    const uint32_t row = f->width * f->components * (f->bits > 8 ? 2 : 1);
+    return {f->width, f->height, row, f->bits, f->components, uint64_t(row) * f->height, f->data};
 }
 
 SZxGrabberProbe* Probe(const ZxcProbe* p, SZxGrabberProbe& out)
@@ -41,53 +34,6 @@ SZxGrabberProbe* Probe(const ZxcProbe* p, SZxGrabberProbe& out)
 SZxAESetting Setting(const ZxcAESetting& s)
 {
     return {s.max_gain, s.max_exposure, s.noise_gain, s.noise_exposure, s.low_target, s.middle_target, s.high_target};
-}
-
-void Configure(CZxAutoExposure& ae, const ZxcAESetting settings[2], const ZxcAECameraDesc* descs, uint32_t count)
-{
-    ae.m_setting1 = Setting(settings[0]);
-    ae.m_setting2 = Setting(settings[1]);
-    for (uint32_t i = 0; i < count; ++i) {
-        const ZxcAECameraDesc& c = descs[i];
-        ae.m_cameraDesc[i] = {c.max_compl_gain, c.max_white_balance_gain, c.min_offset,   c.max_offset,
-                              c.min_black_offset, c.max_black_offset,   c.max_factor,   c.max_hard_white_gain,
-                              c.min_exposure,   c.max_exposure,         c.exposure_knee, c.exposure_step,
-                              c.min_level,      c.max_level,            c.sensitivity,  c.upper_gain,
-                              c.lower_gain};
-    }
-    ae.m_uiCameraDescCount = count;
-}
-
-SZxAEFrameDesc FrameIn(const ZxcAEFrame& c)
-{
-    return {c.display_gain,   c.compl_gain,     c.white_balance_r, c.white_balance_g, c.white_balance_b,
-            c.offset,         c.black_offset_r, c.black_offset_g,  c.black_offset_b,  c.camera_mode,
-            c.alt_camera_mode, c.factor,        c.alt_factor,      c.hard_white_r,    c.hard_white_g,
-            c.hard_white_b,   c.exposure,       c.overflow,        c.exposure_good != 0, c.excluded_top_bins};
-}
-
-void FrameOut(const SZxAEFrameDesc& f, ZxcAEFrame& c)
-{
-    c.display_gain = f.m_dDisplayGain;
-    c.compl_gain = f.m_dComplGain;
-    c.white_balance_r = f.m_dWhiteBalanceR;
-    c.white_balance_g = f.m_dWhiteBalanceG;
-    c.white_balance_b = f.m_dWhiteBalanceB;
-    c.offset = f.m_dOffset;
-    c.black_offset_r = f.m_dBlackOffsetR;
-    c.black_offset_g = f.m_dBlackOffsetG;
-    c.black_offset_b = f.m_dBlackOffsetB;
-    c.camera_mode = f.m_uiCameraMode;
-    c.alt_camera_mode = f.m_uiAltCameraMode;
-    c.factor = f.m_dFactor;
-    c.alt_factor = f.m_dAltFactor;
-    c.hard_white_r = f.m_dHardWhiteR;
-    c.hard_white_g = f.m_dHardWhiteG;
-    c.hard_white_b = f.m_dHardWhiteB;
-    c.exposure = f.m_dExposure;
-    c.overflow = f.m_dOverflow;
-    c.exposure_good = f.m_bExposureGood;
-    c.excluded_top_bins = f.m_uiExcludedTopBins;
 }
 
 std::atomic<int> g_diag{0};
@@ -108,84 +54,85 @@ void ref_histogram(const ZxcFrame* frame, const ZxcProbe* probe, int max_bits, c
     SZxPicBuf pb = PicBuf(frame);
     SZxGrabberProbe p;
     ZX_ComputeHistogramAE(&h, &pb, Probe(probe, p));
-    const size_t n = size_t(1) << max_bits;
-    for (int c = 0; c < 4; ++c) {
+    for (int c = 0; c < 4; ++c)
         if (h.pdwHisto[c])
-            std::memcpy(bins + c * n, h.pdwHisto[c], h.uiBinCount * sizeof(uint32_t));
-    }
+            std::memcpy(bins + (c << max_bits), h.pdwHisto[c], h.uiBinCount * sizeof(uint32_t));
     *pixel_count = h.uiPixelCount;
     *bin_count = h.uiBinCount;
 }
 
-void ref_ae_step(const ZxcAEQuantile* quantile, const ZxcAESetting settings[2], const ZxcAECameraDesc* descs,
-                 uint32_t count, const ZxcFrame* frame, const ZxcProbe* probe, int max_bits, int mode,
-                 uint32_t flags, ZxcAEFrame* frame_desc, int32_t* dark)
+int ref_ae(const ZxcAEQuantile* quantile, const ZxcAESetting settings[2], const ZxcAECameraDesc* descs,
+           uint32_t count, const ZxcFrame* frame, const ZxcProbe* probe, int mode, uint32_t flags, int mono,
+           int clipped, ZxcAEFrame* fd)
 {
-    SZxAEHistogram h(max_bits, frame->components == 1, frame->components == 3);
-    SZxPicBuf pb = PicBuf(frame);
-    SZxGrabberProbe p;
-    ZX_ComputeHistogramAE(&h, &pb, Probe(probe, p));
     CZxAutoExposure ae;
     ae.m_quantil.m_bRelative = quantile->relative != 0;
     ae.m_quantil.m_dPromile = quantile->per_mille;
     ae.m_quantil.m_uiPixels = quantile->pixels;
-    Configure(ae, settings, descs, count);
-    SZxAEFrameDesc f = FrameIn(*frame_desc);
-    ae.ComputeAE(mode != 0, flags, f, h);
-    FrameOut(f, *frame_desc);
-    *dark = ae.m_bDark;
+    ae.m_setting1 = Setting(settings[0]);
+    ae.m_setting2 = Setting(settings[1]);
+    for (uint32_t i = 0; i < count; ++i) {
+        const ZxcAECameraDesc& c = descs[i];
+        ae.m_cameraDesc[i] = {c.max_compl_gain, c.max_white_balance_gain, c.min_offset,   c.max_offset,
+                              c.min_black_offset, c.max_black_offset,   c.max_factor,   c.max_hard_white_gain,
+                              c.min_exposure,   c.max_exposure,         c.exposure_knee, c.exposure_step,
+                              c.min_level,      c.max_level,            c.sensitivity,  c.upper_gain,
+                              c.lower_gain};
+    }
+    ae.m_uiCameraDescCount = count;
+    const ZxcAEFrame& c = *fd;
+    SZxAEFrameDesc f{c.display_gain,   c.compl_gain,     c.white_balance_r, c.white_balance_g, c.white_balance_b,
+                     c.offset,         c.black_offset_r, c.black_offset_g,  c.black_offset_b,  c.camera_mode,
+                     c.alt_camera_mode, c.factor,        c.alt_factor,      c.hard_white_r,    c.hard_white_g,
+                     c.hard_white_b,   c.exposure,       c.overflow,        c.exposure_good != 0, c.excluded_top_bins};
+    if (frame) {
+        SZxAEHistogram h(int(frame->bits), frame->components == 1, frame->components == 3);
+        SZxPicBuf pb = PicBuf(frame);
+        SZxGrabberProbe p;
+        ZX_ComputeHistogramAE(&h, &pb, Probe(probe, p));
+        ae.ComputeAE(mode != 0, flags, f, h);
+    } else {
+        ae.ConvertAE(mode != 0, flags, f, mono != 0, clipped != 0);
+    }
+    *fd = ZxcAEFrame{f.m_dDisplayGain,  f.m_dComplGain,     f.m_dWhiteBalanceR, f.m_dWhiteBalanceG,
+                     f.m_dWhiteBalanceB, f.m_dOffset,       f.m_dBlackOffsetR,  f.m_dBlackOffsetG,
+                     f.m_dBlackOffsetB, f.m_uiCameraMode,   f.m_uiAltCameraMode, f.m_dFactor,
+                     f.m_dAltFactor,    f.m_dHardWhiteR,    f.m_dHardWhiteG,    f.m_dHardWhiteB,
+                     f.m_dExposure,     f.m_dOverflow,      f.m_bExposureGood ? 1 : 0, f.m_uiExcludedTopBins};
+    return ae.m_bDark ? 1 : 0;
 }
 
-void ref_ae_convert(const ZxcAESetting settings[2], const ZxcAECameraDesc* descs, uint32_t count, int mode,
-                    uint32_t flags, int mono, int clipped, ZxcAEFrame* frame_desc)
+void ref_lut(const ZxcLutProps* props, int kind, int bits, ZxcFrame* frame)
 {
-    CZxAutoExposure ae;
-    Configure(ae, settings, descs, count);
-    SZxAEFrameDesc f = FrameIn(*frame_desc);
-    ae.ConvertAE(mode != 0, flags, f, mono != 0, clipped != 0);
-    FrameOut(f, *frame_desc);
-}
-
-void ref_mono_lut(int max_bits, const ZxcLutPropsI* props, int bits, int quantitative, ZxcFrame* frame)
-{
-    CZxBaseMonoLUT lut(max_bits);
-    const SZxBasePropsI p{props->gain, props->offset, props->gamma};
-    if (quantitative)
-        lut.UpdateQuantitativeLUT(p, bits);
-    else
-        lut.UpdateLUT(p, bits);
     SZxPicBuf pb = PicBuf(frame);
-    lut.ApplyLUT(&pb);
-}
-
-void ref_lut(int max_bits, const ZxcLutProps* props, int mono, int bits, ZxcFrame* frame)
-{
-    CZxBaseLUT lut(max_bits);
+    if (kind >= 2) {
+        CZxBaseMonoLUT lut(16);
+        const SZxBasePropsI p{props->gain, props->offset, props->gamma};
+        if (kind == 3)
+            lut.UpdateQuantitativeLUT(p, bits);
+        else
+            lut.UpdateLUT(p, bits);
+        lut.ApplyLUT(&pb);
+        return;
+    }
+    CZxBaseLUT lut(16);
     const SZxBaseProps p{props->gain,     props->offset,   props->gamma,    props->gain_r,   props->gain_g,
                          props->gain_b,   props->offset_r, props->offset_g, props->offset_b, props->gamma_r,
                          props->gamma_g,  props->gamma_b,  props->weight_r, props->weight_g, props->weight_b,
                          props->saturation};
-    lut.UpdateLUT(p, mono != 0, bits);
-    SZxPicBuf pb = PicBuf(frame);
+    lut.UpdateLUT(p, kind == 1, bits);
     lut.ApplyLUT(&pb);
 }
 
-void ref_bayer_to_rgb(ZxcFrame* dst, const void* src, int type)
+void ref_raw(ZxcFrame* dst, const void* src, int type, uint32_t factor)
 {
     SZxPicBuf pb = PicBuf(dst);
-    ZX_BayerToRGB(&pb, src, EZxBayerType(type));
-}
-
-void ref_mono_binning(ZxcFrame* dst, const void* src, uint32_t factor)
-{
-    SZxPicBuf pb = PicBuf(dst);
-    ZX_MonoBinning(&pb, src, factor);
-}
-
-void ref_bayer_binning(ZxcFrame* dst, const void* src, int type, uint32_t factor)
-{
-    SZxPicBuf pb = PicBuf(dst);
-    ZX_BayerBinning(&pb, src, EZxBayerType(type), factor);
+    if (type == 0)
+        ZX_MonoBinning(&pb, src, factor);
+    else if (factor == 0)
+        ZX_BayerToRGB(&pb, src, EZxBayerType(type));
+    else
+        ZX_BayerBinning(&pb, src, EZxBayerType(type), factor);
 }
 
 int ref_accurate_white(const ZxcFrame* frame, const ZxcProbe* probe, const double offsets[3], double gains[3])
