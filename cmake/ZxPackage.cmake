@@ -20,33 +20,13 @@ file(REMOVE_RECURSE ${OUT_DIR}/package ${OUT_DIR}/${name}.zip)
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${stage} --strip)
 
 if(DOXYGEN)
-  # The project's Doxyfile with every output redirected into the package. A
-  # header's opening comment documents the header, so its free functions and
-  # enumerations are listed (as ./zx docs does).
+  # The reference exactly as ./zx docs makes it (its own output folder, so it
+  # cannot race another run), copied into the package as docs/html.
   set(docs ${OUT_DIR}/package/doxygen)
-  file(MAKE_DIRECTORY ${docs})
-  set(files_dox "")
-  file(GLOB headers ${SOURCE_DIR}/include/zx/*.h ${SOURCE_DIR}/platform/include/zxhost/*.h)
-  foreach(h IN LISTS headers)
-    get_filename_component(base ${h} NAME)
-    string(APPEND files_dox "/** \\file ${base}\n")
-    file(STRINGS ${h} lines)
-    foreach(line IN LISTS lines)
-      if(NOT line MATCHES "^// ")
-        break()
-      endif()
-      string(REGEX REPLACE "^// " "" line "${line}")
-      string(APPEND files_dox "${line}\n")
-    endforeach()
-    string(APPEND files_dox "*/\n")
-  endforeach()
-  file(WRITE ${docs}/files.dox "${files_dox}")
-  file(READ ${SOURCE_DIR}/docs/Doxyfile doxyfile)
-  string(REPLACE "build/docs/files.dox" "${docs}/files.dox" doxyfile "${doxyfile}")
-  string(APPEND doxyfile "\nOUTPUT_DIRECTORY = ${stage}/docs\nWARN_LOGFILE = ${docs}/warnings.log\nQUIET = YES\n")
-  file(WRITE ${docs}/Doxyfile "${doxyfile}")
-  execute_process(COMMAND ${CMAKE_COMMAND} -E env ZX_VERSION=${version} ${DOXYGEN} ${docs}/Doxyfile
-    WORKING_DIRECTORY ${SOURCE_DIR} COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET ERROR_QUIET)
+  execute_process(COMMAND ${CMAKE_COMMAND} -E env ZX_DOCS_OUT=${docs} ${SOURCE_DIR}/zx docs
+    WORKING_DIRECTORY ${SOURCE_DIR} COMMAND_ERROR_IS_FATAL ANY)
+  file(MAKE_DIRECTORY ${stage}/docs)
+  file(COPY ${docs}/html DESTINATION ${stage}/docs)
 endif()
 
 execute_process(COMMAND ${CMAKE_COMMAND} -E tar cf ${OUT_DIR}/${name}.zip --format=zip ${name}
