@@ -33,6 +33,27 @@ INT_PTR CALLBACK ButtonsProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam)
             SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~LONG_PTR(BS_TYPEMASK)) | BS_OWNERDRAW);
         }
         EnableWindow(GetDlgItem(dlg, IDC_ZX_FQSYNC), FALSE);
+        // The value controls as a driver's page would fill them, so the buttons
+        // are seen among the rest of a real page.
+        const struct {
+            int id;
+            const wchar_t* text;
+        } combos[] = {{IDC_ZX_EXPOSURE, L"20 ms"}, {IDC_ZX_FORMAT, L"2048 x 2048"}, {IDC_ZX_BINNING, L"1x1"}};
+        for (const auto& c : combos) {
+            SendDlgItemMessageW(dlg, c.id, CB_ADDSTRING, 0, LPARAM(c.text));
+            SendDlgItemMessageW(dlg, c.id, CB_SETCURSEL, 0, 0);
+        }
+        SetScrollRange(GetDlgItem(dlg, IDC_ZX_GAIN), SB_CTL, 0, 100, FALSE);
+        SetScrollPos(GetDlgItem(dlg, IDC_ZX_GAIN), SB_CTL, 10, TRUE);
+        SetDlgItemTextW(dlg, IDC_ZX_GAIN_TEXT, L"1.0");
+        SetDlgItemTextW(dlg, IDC_ZX_OFFSET_EDIT, L"0");
+        SetDlgItemTextW(dlg, IDC_ZX_LBL_CHOICE, L"Readout:");
+        SetDlgItemTextW(dlg, IDC_ZX_CHOICE1, L"Low Noise");
+        SetDlgItemTextW(dlg, IDC_ZX_CHOICE2, L"Standard");
+        SetDlgItemTextW(dlg, IDC_ZX_CHOICE3, L"Fast");
+        CheckRadioButton(dlg, IDC_ZX_CHOICE1, IDC_ZX_CHOICE3, IDC_ZX_CHOICE3);
+        SetDlgItemTextW(dlg, IDC_ZX_LBL_INFO, L"Frame Rate:");
+        SetDlgItemTextW(dlg, IDC_ZX_INFO, L"30.0 frames/s");
         return TRUE;
     }
     case WM_DRAWITEM: {
