@@ -58,15 +58,13 @@ struct Form {
     // Paints button `id` into `canvas` through the dialog, as the button asks it to.
     LRESULT Paint(int id, Canvas& canvas, int w, int h, UINT state = 0) const
     {
-        DRAWITEMSTRUCT dis{};
-        dis.CtlType = ODT_BUTTON;
-        dis.CtlID = UINT(id);
-        dis.itemAction = ODA_DRAWENTIRE;
-        dis.itemState = state;
-        dis.hwndItem = Item(id);
-        dis.hDC = canvas.Dc();
-        dis.rcItem = RECT{0, 0, w, h};
+        DRAWITEMSTRUCT dis = Draw(Item(id), canvas, w, h, state);
         return SendMessageW(hwnd, WM_DRAWITEM, WPARAM(id), LPARAM(&dis));
+    }
+    static DRAWITEMSTRUCT Draw(HWND item, Canvas& canvas, int w, int h, UINT state = 0)
+    {
+        return DRAWITEMSTRUCT{ODT_BUTTON, UINT(GetDlgCtrlID(item)), 0, ODA_DRAWENTIRE, state, item, canvas.Dc(),
+                              RECT{0, 0, w, h}, 0};
     }
 };
 
@@ -253,11 +251,7 @@ TEST(OwnerDrawnButtons, FlatCheckDrawsTheImageOfItsStateAndGivesItsButtonThePoin
         for (const auto& k : cases) {
             const int w = 120, h = n + 8;
             Canvas canvas(w, h, 0);
-            DRAWITEMSTRUCT dis{};
-            dis.CtlType = ODT_BUTTON;
-            dis.hwndItem = button;
-            dis.hDC = canvas.Dc();
-            dis.rcItem = RECT{0, 0, w, h};
+            DRAWITEMSTRUCT dis = Form::Draw(button, canvas, w, h);
             EXPECT_EQ(ZX_DrawCheckButtonXP(&dis, k.checked, k.disabled, true), ZX_OK);
             const std::vector<COLORREF> drawn = canvas.Square(0, (h - n) / 2, n);
             EXPECT_EQ(drawn == on, k.checked && !k.disabled);
@@ -274,9 +268,7 @@ TEST(OwnerDrawnButtons, FlatCheckDrawsTheImageOfItsStateAndGivesItsButtonThePoin
         int n = 0;
         const std::vector<COLORREF> small = Image(L"CHECKBOXXPON", n);
         Canvas canvas(80, 16, 0);
-        DRAWITEMSTRUCT dis{};
-        dis.hDC = canvas.Dc();
-        dis.rcItem = RECT{0, 0, 80, 16};
+        DRAWITEMSTRUCT dis = Form::Draw(nullptr, canvas, 80, 16);
         EXPECT_EQ(ZX_DrawCheckButtonXP(&dis, true, false, false), ZX_OK);
         EXPECT_EQ(canvas.Square(0, (16 - n) / 2, n), small);
     }
@@ -301,31 +293,26 @@ TEST(LibraryImages, EveryButtonImageComesAtTwiceItsSizeAndTheIconsAndCursorHoldB
         EXPECT_EQ(twice, 2 * normal) << name;
         EXPECT_NE(one, std::vector<COLORREF>(one.size(), one.empty() ? 0 : one[0])) << name << " is not blank";
     }
-    for (const wchar_t* name : {L"ZX_ICON_CAUTION", L"ZX_ICON_SELECT"})
+    for (const wchar_t* name : {L"ZX_ICON_CAUTION", L"ZX_ICON_SELECT", L"IDC_POINTING_TOOL_HAND"})
         for (int size : {16, 32, 64}) {
-            HICON icon = static_cast<HICON>(LoadImageW(lib, name, IMAGE_ICON, size, size, 0));
+            const bool cursor = name[0] == L'I';
+            HICON icon = static_cast<HICON>(LoadImageW(lib, name, cursor ? IMAGE_CURSOR : IMAGE_ICON, size, size, 0));
             ASSERT_TRUE(icon) << size;
             ICONINFO info{};
             ASSERT_TRUE(GetIconInfo(icon, &info));
             BITMAP bm{};
             GetObjectW(info.hbmColor, sizeof bm, &bm);
-            EXPECT_EQ(bm.bmWidth, size) << "drawn for that size, not stretched";
+            if (!cursor)
+                EXPECT_EQ(bm.bmWidth, size) << "drawn for that size, not stretched";
+            else if (size > 16) {
+                EXPECT_FALSE(info.fIcon);
+                EXPECT_LT(info.xHotspot, DWORD(size / 2)) << "the finger tip, upper left";
+                EXPECT_LT(info.yHotspot, DWORD(size / 8));
+            }
             DeleteObject(info.hbmColor);
             DeleteObject(info.hbmMask);
             DestroyIcon(icon);
         }
-    for (int size : {32, 64}) {
-        HCURSOR cursor = static_cast<HCURSOR>(LoadImageW(lib, L"IDC_POINTING_TOOL_HAND", IMAGE_CURSOR, size, size, 0));
-        ASSERT_TRUE(cursor) << size;
-        ICONINFO info{};
-        ASSERT_TRUE(GetIconInfo(cursor, &info));
-        EXPECT_FALSE(info.fIcon);
-        EXPECT_LT(info.xHotspot, DWORD(size / 2)) << "the finger tip, upper left";
-        EXPECT_LT(info.yHotspot, DWORD(size / 8));
-        DeleteObject(info.hbmColor);
-        DeleteObject(info.hbmMask);
-        DestroyCursor(cursor);
-    }
     // The caution dialog shows its own icon.
     HWND caution = CreateDialogParamW(lib, L"TEMPERATURE", nullptr,
                                       [](HWND, UINT msg, WPARAM, LPARAM) -> INT_PTR { return msg == WM_INITDIALOG; }, 0);

@@ -14,6 +14,7 @@
 #include "zx/grabbersupport.h"
 #include "zx/selectionids.h"
 #include "zx/status.h"
+#include "zx_dialog.h"
 #include "zx_modal.h"
 #include "zx_test.h"
 #include "zxsim/grabber.h"
@@ -76,6 +77,15 @@ int SelectUnit(CZxSimGrabber& g, SZxGrabberHWUnit& unit, const std::function<voi
 {
     return DriveModal([&] { return CZxGrabberSupport::HWUnitSelect(nullptr, &g, unit, flag); }, script, ran);
 }
+int SelectCamera(CZxSimGrabber& g, CZxStringW& camera, const std::function<void(HWND)>& script)
+{
+    return DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); }, script);
+}
+int SelectBoth(CZxSimGrabber& g, SZxGrabberHWUnit& unit, CZxStringW& camera, const std::function<void(HWND)>& script)
+{
+    return DriveModal([&] { return CZxGrabberSupport::HWUnitAndCameraSelect(nullptr, &g, unit, camera, true); },
+                      script);
+}
 
 } // namespace
 
@@ -107,16 +117,14 @@ TEST(Selection, UnitListPreselectsOnlyAnExactMatchAndCancelIsMinus8)
         auto unit = Unit(c.name, c.connection);
         int selected = -1, rows = 0;
         std::wstring title, second;
-        EXPECT_EQ(SelectUnit(g, *unit,
-                             [&](HWND host) {
-                                 title = ItemText(host, 0);
-                                 HWND el = UnitElement(host);
-                                 rows = Rows(el);
-                                 selected = Selected(el);
-                                 second = Cell(List(el), 1, 1);
-                                 ClickButton(host, IDCANCEL);
-                             }),
-                  ZX_E_CANCELLED);
+        EXPECT_EQ(SelectUnit(g, *unit, [&](HWND host) {
+            title = ItemText(host, 0);
+            HWND el = UnitElement(host);
+            rows = Rows(el);
+            selected = Selected(el);
+            second = Cell(List(el), 1, 1);
+            ClickButton(host, IDCANCEL);
+        }), ZX_E_CANCELLED);
         EXPECT_EQ(title, L"Select HW Unit");
         EXPECT_EQ(rows, 3);
         EXPECT_EQ(second, L"sim://link1?speed=full");
@@ -181,22 +189,20 @@ TEST(Selection, UnitListIsCappedAndAcceptsClicksDoubleClicksAndTheUserRow)
     int rows = 0, nameColumn = 0, widest = 0;
     std::wstring userRow, last;
     // Selection by a click on row 2 (the second unit), then OK.
-    EXPECT_EQ(SelectUnit(g, *unit,
-                         [&](HWND host) {
-                             HWND el = UnitElement(host);
-                             rows = Rows(el);
-                             userRow = Cell(List(el), 0, 0);
-                             last = Cell(List(el), rows - 1, 0);
-                             // The name column: the widest of its title and the unit names (not the user row), plus 15.
-                             widest = ListView_GetStringWidth(List(el), L"HW Unit Name");
-                             for (int r = 1; r < rows; ++r)
-                                 widest = std::max(widest,
-                                                   ListView_GetStringWidth(List(el), Cell(List(el), r, 0).c_str()));
-                             nameColumn = ListView_GetColumnWidth(List(el), 0);
-                             SelectRow(List(el), 2);
-                             ClickButton(host, IDOK);
-                         }),
-              ZX_OK);
+    EXPECT_EQ(SelectUnit(g, *unit, [&](HWND host) {
+        HWND el = UnitElement(host);
+        rows = Rows(el);
+        userRow = Cell(List(el), 0, 0);
+        last = Cell(List(el), rows - 1, 0);
+        // The name column: the widest of its title and the unit names (not the user row), plus 15.
+        widest = ListView_GetStringWidth(List(el), L"HW Unit Name");
+        for (int r = 1; r < rows; ++r)
+            widest = std::max(widest,
+                              ListView_GetStringWidth(List(el), Cell(List(el), r, 0).c_str()));
+        nameColumn = ListView_GetColumnWidth(List(el), 0);
+        SelectRow(List(el), 2);
+        ClickButton(host, IDOK);
+    }), ZX_OK);
     EXPECT_EQ(rows, 33);   // the user row and 32 of 40 units
     EXPECT_EQ(nameColumn, widest + 15);
     EXPECT_EQ(userRow, L"User Defined Connection...");
@@ -213,24 +219,17 @@ TEST(Selection, UnitListIsCappedAndAcceptsClicksDoubleClicksAndTheUserRow)
     EXPECT_EQ(SelectUnit(g, *unit, [](HWND host) { DoubleClick(List(UnitElement(host)), 0); }), ZX_OK);
     EXPECT_STREQ(unit->m_wszConnectionString, L"sim://lab");
     // OK ends the dialog accepted whatever the element answers: with nothing selected, or
-    // with the user row whose connection dialog is declined, the unit stays as it was.
-    EXPECT_EQ(SelectUnit(g, *unit,
-                         [&](HWND host) {
-                             SelectRow(List(UnitElement(host)), -1);
-                             ClickButton(host, IDOK);
-                         }),
-              ZX_OK);
-    EXPECT_STREQ(unit->m_wszName, L"Lab");
-    EXPECT_EQ(SelectUnit(g, *unit,
-                         [&](HWND host) {
-                             SelectRow(List(UnitElement(host)), 0);
-                             ClickButton(host, IDOK);
-                         }),
-              ZX_OK);
-    EXPECT_STREQ(unit->m_wszName, L"Lab");
-    // A double click on the user row, connection declined: the same.
-    EXPECT_EQ(SelectUnit(g, *unit, [](HWND host) { DoubleClick(List(UnitElement(host)), 0); }), ZX_OK);
-    EXPECT_STREQ(unit->m_wszName, L"Lab");
+    // with the user row whose connection dialog is declined (OK or a double click),
+    // the unit stays as it was.
+    for (int row : {-1, 0, 100}) {
+        EXPECT_EQ(SelectUnit(g, *unit, [&](HWND host) {
+            if (row == 100)
+                return DoubleClick(List(UnitElement(host)), 0);
+            SelectRow(List(UnitElement(host)), row);
+            ClickButton(host, IDOK);
+        }), ZX_OK);
+        EXPECT_STREQ(unit->m_wszName, L"Lab") << row;
+    }
 }
 
 TEST(Selection, CameraListCapsTypesStatusAndTakesTheFirstRowByDefault)
@@ -241,20 +240,18 @@ TEST(Selection, CameraListCapsTypesStatusAndTakesTheFirstRowByDefault)
     CZxStringW camera;
     int rows = 0, selected = -2, typeWidth = 0;
     std::vector<std::wstring> row2;
-    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); },
-                         [&](HWND host) {
-                             EXPECT_EQ(ItemText(host, 0), L"Select Camera");
-                             HWND el = CameraElement(host);
-                             rows = Rows(el);
-                             selected = Selected(el);
-                             typeWidth = ListView_GetColumnWidth(List(el), 1);
-                             for (int c = 0; c < 3; ++c)
-                                 row2.push_back(Cell(List(el), 4, c));
-                             EXPECT_EQ(ItemText(el, IDC_SEL_LABEL2), L"Simulated Camera");
-                             SelectRow(List(el), -1);
-                             ClickButton(host, IDOK);
-                         }),
-              ZX_OK);
+    EXPECT_EQ(SelectCamera(g, camera, [&](HWND host) {
+        EXPECT_EQ(ItemText(host, 0), L"Select Camera");
+        HWND el = CameraElement(host);
+        rows = Rows(el);
+        selected = Selected(el);
+        typeWidth = ListView_GetColumnWidth(List(el), 1);
+        for (int c = 0; c < 3; ++c)
+            row2.push_back(Cell(List(el), 4, c));
+        EXPECT_EQ(ItemText(el, IDC_SEL_LABEL2), L"Simulated Camera");
+        SelectRow(List(el), -1);
+        ClickButton(host, IDOK);
+    }), ZX_OK);
     ZX_SetGUIZoom(oldZoom);
     EXPECT_EQ(rows, 15);
     EXPECT_EQ(selected, 0);   // the current camera is preselected
@@ -263,13 +260,9 @@ TEST(Selection, CameraListCapsTypesStatusAndTakesTheFirstRowByDefault)
     EXPECT_EQ(row2, (std::vector<std::wstring>{L"Bulk 03", L"Mono", L"Unknown"}));
     EXPECT_STREQ(camera.GetString(), L"SIM-M2048-0001");   // nothing selected: row 0
 
-    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); },
-                         [&](HWND host) { DoubleClick(List(CameraElement(host)), 3); }),
-              ZX_OK);
+    EXPECT_EQ(SelectCamera(g, camera, [](HWND host) { DoubleClick(List(CameraElement(host)), 3); }), ZX_OK);
     EXPECT_STREQ(camera.GetString(), L"Bulk 02");
-    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); },
-                         [&](HWND host) { ClickButton(host, IDCANCEL); }),
-              ZX_E_FAIL);
+    EXPECT_EQ(SelectCamera(g, camera, [](HWND host) { ClickButton(host, IDCANCEL); }), ZX_E_FAIL);
 }
 
 TEST(Selection, CameraOfADuplicatedNameIsPreselectedOnItsLastRow)
@@ -283,15 +276,13 @@ TEST(Selection, CameraOfADuplicatedNameIsPreselectedOnItsLastRow)
     CZxStringW camera;
     int rows = 0, selected = -2;
     std::wstring shown;
-    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); },
-                         [&](HWND host) {
-                             HWND el = CameraElement(host);
-                             rows = Rows(el);
-                             selected = Selected(el);
-                             shown = Cell(List(el), selected, 0);
-                             ClickButton(host, IDOK);
-                         }),
-              ZX_OK);
+    EXPECT_EQ(SelectCamera(g, camera, [&](HWND host) {
+        HWND el = CameraElement(host);
+        rows = Rows(el);
+        selected = Selected(el);
+        shown = Cell(List(el), selected, 0);
+        ClickButton(host, IDOK);
+    }), ZX_OK);
     EXPECT_EQ(rows, 3);
     EXPECT_EQ(selected, 2);
     EXPECT_EQ(shown, L"Twin");
@@ -333,16 +324,15 @@ TEST(Selection, MultiHeadDriversWidenTheCameraListToTheLongNames)
     for (const wchar_t* cls : {ZXSIM_DRIVER_CLASS, L"CZxGrabberDriverHeadU3"}) {
         g.SetDriverClassName(cls);
         CZxStringW camera;
-        DriveModal([&] { return CZxGrabberSupport::CameraSelect(nullptr, &g, camera); },
-                   [&](HWND host) {
-                       HWND el = CameraElement(host);
-                       // The host sizes the list to its area; the frame keeps the widened size.
-                       RECT r{};
-                       GetWindowRect(GetDlgItem(el, IDC_SEL_FRAME), &r);
-                       width[i] = r.right - r.left;
-                       first[i] = Cell(List(el), 1, 0);
-                       ClickButton(host, IDCANCEL);
-                   });
+        SelectCamera(g, camera, [&](HWND host) {
+            HWND el = CameraElement(host);
+            // The host sizes the list to its area; the frame keeps the widened size.
+            RECT r{};
+            GetWindowRect(GetDlgItem(el, IDC_SEL_FRAME), &r);
+            width[i] = r.right - r.left;
+            first[i] = Cell(List(el), 1, 0);
+            ClickButton(host, IDCANCEL);
+        });
         ++i;
     }
     EXPECT_EQ(first[0], L"Sim C2048");
@@ -359,25 +349,21 @@ TEST(Selection, CombinedDialogFollowsTheUnitAndCancelIsMinus9)
     CZxStringW camera;
     bool hiddenForEmpty = false, backAgain = false;
     std::wstring link1Camera;
-    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::HWUnitAndCameraSelect(nullptr, &g, *unit, camera, true); },
-                         [&](HWND host) {
-                             HWND units = UnitElement(host), cams = CameraElement(host);
-                             SelectRow(List(units), 2);   // "Empty": the camera chooser ends
-                             hiddenForEmpty = !IsWindowVisible(cams);
-                             SelectRow(List(units), 1);
-                             backAgain = IsWindowVisible(cams) && Rows(cams) == 1;
-                             link1Camera = Cell(List(cams), 0, 0);
-                             ClickButton(host, IDOK);
-                         }),
-              ZX_OK);
+    EXPECT_EQ(SelectBoth(g, *unit, camera, [&](HWND host) {
+        HWND units = UnitElement(host), cams = CameraElement(host);
+        SelectRow(List(units), 2);   // "Empty": the camera chooser ends
+        hiddenForEmpty = !IsWindowVisible(cams);
+        SelectRow(List(units), 1);
+        backAgain = IsWindowVisible(cams) && Rows(cams) == 1;
+        link1Camera = Cell(List(cams), 0, 0);
+        ClickButton(host, IDOK);
+    }), ZX_OK);
     EXPECT_TRUE(hiddenForEmpty);
     EXPECT_TRUE(backAgain);
     EXPECT_EQ(link1Camera, L"Sim M1024");
     EXPECT_STREQ(unit->m_wszName, L"SimLink 1");
     EXPECT_STREQ(camera.GetString(), L"SIM-M1024-0003");
-    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::HWUnitAndCameraSelect(nullptr, &g, *unit, camera, true); },
-                         [](HWND host) { ClickButton(host, IDCANCEL); }),
-              ZX_E_FAIL);
+    EXPECT_EQ(SelectBoth(g, *unit, camera, [](HWND host) { ClickButton(host, IDCANCEL); }), ZX_E_FAIL);
 }
 
 TEST(Selection, PreviewPadListsUnitsAddsConnectionsAndAcceptsDoubleClicks)
@@ -388,26 +374,22 @@ TEST(Selection, PreviewPadListsUnitsAddsConnectionsAndAcceptsDoubleClicks)
     auto padList = [](HWND host) { return FindWindowExW(FindWindowExW(host, nullptr, L"ZxHWUnitPreviewPad", nullptr),
                                                         nullptr, WC_LISTVIEWW, nullptr); };
     int items = 0;
-    EXPECT_EQ(SelectUnit(g, *unit,
-                         [&](HWND host) {
-                             EXPECT_EQ(ItemText(host, IDC_SEL_ADD), L"Add...");
-                             items = ListView_GetItemCount(padList(host));
-                             SelectRow(padList(host), 1);
-                             ClickButton(host, IDOK);
-                         }),
-              ZX_OK);
+    EXPECT_EQ(SelectUnit(g, *unit, [&](HWND host) {
+        EXPECT_EQ(ItemText(host, IDC_SEL_ADD), L"Add...");
+        items = ListView_GetItemCount(padList(host));
+        SelectRow(padList(host), 1);
+        ClickButton(host, IDOK);
+    }), ZX_OK);
     EXPECT_EQ(items, 2);
     EXPECT_STREQ(unit->m_wszName, L"SimLink 1");
 
     // "Add..." defines a unit; a double click on it accepts through the element's event.
     g.QueueConnection(SZxGrabberHWUnit(L"Lab", L"sim://lab"));
-    EXPECT_EQ(SelectUnit(g, *unit,
-                         [&](HWND host) {
-                             ClickButton(host, IDC_SEL_ADD);
-                             items = ListView_GetItemCount(padList(host));
-                             DoubleClick(padList(host), 2);
-                         }),
-              ZX_OK);
+    EXPECT_EQ(SelectUnit(g, *unit, [&](HWND host) {
+        ClickButton(host, IDC_SEL_ADD);
+        items = ListView_GetItemCount(padList(host));
+        DoubleClick(padList(host), 2);
+    }), ZX_OK);
     EXPECT_EQ(items, 3);
     EXPECT_STREQ(unit->m_wszConnectionString, L"sim://lab");
 
@@ -477,12 +459,7 @@ const int kOrientationIds[] = {IDC_SEL_ROTATE_LEFT, IDC_SEL_ROTATE_RIGHT, IDC_SE
                                IDC_SEL_FLIP_H,      IDC_SEL_FLIP_V,       IDC_SEL_FLIP_NONE};
 
 // Handles what the dialog posted to itself.
-void Pump()
-{
-    MSG m;
-    while (PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE))
-        DispatchMessageW(&m);
-}
+void Pump() { zxtest::TestDialog::Pump(); }
 
 // Which orientation button shows pressed: its id, 0 for none, -1 for more than one.
 int Pressed(HWND host)
@@ -502,26 +479,24 @@ TEST(Selection, CombinedDialogsImageButtonsOrientTheChosenCameraThroughTheGrabbe
     CZxStringW camera;
     std::vector<std::wstring> tips;
     int images = 0, atStart = -2, afterClick = -2, otherCamera = -2, backOnFirst = -2;
-    EXPECT_EQ(DriveModal([&] { return CZxGrabberSupport::HWUnitAndCameraSelect(nullptr, &g, *unit, camera, true); },
-                         [&](HWND host) {
-                             for (int id : kOrientationIds)
-                                 images += SendDlgItemMessageW(host, id, BM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
-                             tips = Tooltips(host);
-                             HWND cams = CameraElement(host);
-                             SelectRow(List(cams), 0);
-                             Pump();
-                             atStart = Pressed(host);
-                             ClickButton(host, IDC_SEL_ROTATE_RIGHT);
-                             afterClick = Pressed(host);
-                             SelectRow(List(cams), 1);
-                             ClickButton(host, IDC_SEL_FLIP_H);
-                             otherCamera = Pressed(host);
-                             SelectRow(List(cams), 0);
-                             ClickButton(host, IDC_SEL_ROTATE_RIGHT);
-                             backOnFirst = Pressed(host);
-                             ClickButton(host, IDCANCEL);
-                         }),
-              ZX_E_FAIL);
+    EXPECT_EQ(SelectBoth(g, *unit, camera, [&](HWND host) {
+        for (int id : kOrientationIds)
+            images += SendDlgItemMessageW(host, id, BM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
+        tips = Tooltips(host);
+        HWND cams = CameraElement(host);
+        SelectRow(List(cams), 0);
+        Pump();
+        atStart = Pressed(host);
+        ClickButton(host, IDC_SEL_ROTATE_RIGHT);
+        afterClick = Pressed(host);
+        SelectRow(List(cams), 1);
+        ClickButton(host, IDC_SEL_FLIP_H);
+        otherCamera = Pressed(host);
+        SelectRow(List(cams), 0);
+        ClickButton(host, IDC_SEL_ROTATE_RIGHT);
+        backOnFirst = Pressed(host);
+        ClickButton(host, IDCANCEL);
+    }), ZX_E_FAIL);
     EXPECT_EQ(images, 6);
     EXPECT_EQ(tips, (std::vector<std::wstring>{L"Rotate Left", L"Rotate Right", L"Rotate 180\u00b0",
                                                L"Flip Horizontally", L"Flip Vertically", L"No Rotation or Flip"}));
@@ -538,13 +513,12 @@ TEST(Selection, CombinedDialogsImageButtonsOrientTheChosenCameraThroughTheGrabbe
 
     // Reopened, the chosen camera's orientation shows without a click.
     int reopened = -2;
-    DriveModal([&] { return CZxGrabberSupport::HWUnitAndCameraSelect(nullptr, &g, *unit, camera, true); },
-               [&](HWND host) {
-                   SelectRow(List(CameraElement(host)), 1);
-                   Pump();
-                   reopened = Pressed(host);
-                   ClickButton(host, IDCANCEL);
-               });
+    SelectBoth(g, *unit, camera, [&](HWND host) {
+        SelectRow(List(CameraElement(host)), 1);
+        Pump();
+        reopened = Pressed(host);
+        ClickButton(host, IDCANCEL);
+    });
     EXPECT_EQ(reopened, IDC_SEL_FLIP_H);
 }
 

@@ -72,16 +72,30 @@ struct Seen {
     uintptr_t wParam;
     int active;   // the grabber's active secondary grabber at that moment
 };
+// What the handler saw, and what it answers.
 struct Sink {
     std::vector<Seen> events;
+    std::vector<int32_t> codes;
     CZxSimGrabber* grabber = nullptr;
+    ElementHost* element = nullptr;
     int answer = 0;
+    uint32_t waitCount = 0;   // the element's wait cursor during the last event
+    std::wstring topic;
+    intptr_t payload = 0;
+    HWND activeAnswer = nullptr;
 };
 
 int Handler(void* context, SZxGUIElementEvent* e)
 {
     auto* sink = static_cast<Sink*>(context);
     sink->events.push_back({e->m_iCode, e->m_wParam, sink->grabber ? sink->grabber->SecGrabber_GetActive() : -1});
+    sink->codes.push_back(e->m_iCode);
+    sink->waitCount = sink->element ? sink->element->GetWaitCount() : 0;
+    sink->payload = e->m_lParam;
+    if (e->m_iCode == ZX_GUIEVENT_HELP)
+        sink->topic = reinterpret_cast<const wchar_t*>(e->m_lParam);
+    if (e->m_iCode == ZX_GUIEVENT_SETACTIVEDIALOG)
+        *reinterpret_cast<HWND*>(e->m_lParam) = sink->activeAnswer;
     return sink->answer;
 }
 
@@ -91,78 +105,81 @@ struct ParentWindow {
     ~ParentWindow() { DestroyWindow(hwnd); }
 };
 
+// The shared page on the element host for `cam`, docked in a pane, with `sink`
+// (if any) as its handler from the start.
+struct Page {
+    ParentWindow parent;
+    ElementHost element;
+    CZxGrabberGUIElement_Wrapper wrapper{&element};
+    SharedContext ctx{&wrapper, nullptr};
+    HWND hwnd = nullptr;
+    Page(CZxSimCamera* cam, Sink* sink)
+    {
+        element.ctx = &ctx;
+        element.Init(cam);
+        if (sink) {
+            sink->element = &element;
+            element.SetHandler(&Handler, sink);
+        }
+        hwnd = reinterpret_cast<HWND>(
+            element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr, nullptr));
+    }
+    ~Page() { element.DestroyUI(); }
+    ZxHWnd W() const { return reinterpret_cast<ZxHWnd>(hwnd); }
+};
+
 } // namespace
 
 TEST(GUIElement, WithoutHandlerEveryMessageGoesToTheListAndNoWaitCursorStarts)
 {
     CZxSimGrabber grabber(1);
     CZxSimCamera* cam = grabber.Camera(0);
-    ParentWindow parent;
-    ElementHost element;
-    CZxGrabberGUIElement_Wrapper wrapper(&element);
-    SharedContext ctx{&wrapper, nullptr};
-    element.ctx = &ctx;
-    element.Init(cam);
-    HWND w = reinterpret_cast<HWND>(element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr,
-                                                     nullptr));
+    Page page(cam, nullptr);
+    HWND w = page.hwnd;
     ASSERT_TRUE(w);
-    EXPECT_EQ(GetParent(w), parent.hwnd);
+    EXPECT_EQ(GetParent(w), page.parent.hwnd);
     EXPECT_TRUE(GetWindowLongPtrW(w, GWL_STYLE) & WS_CHILD);
 
     // The host's own messages do nothing without a handler: no wait cursor.
     for (UINT msg : {UINT(WM_IS_FORMATCHANGING), UINT(WM_IS_FORMATCHANGED), UINT(WM_IS_REFRESH),
                      UINT(WM_IS_COMMANDDONE)}) {
         int64_t result = 7;
-        EXPECT_FALSE(element.IS_ProcessMessage(reinterpret_cast<ZxHWnd>(w), msg, 1, 0, &result, nullptr)) << msg;
+        EXPECT_FALSE(page.element.IS_ProcessMessage(page.W(), msg, 1, 0, &result, nullptr)) << msg;
         EXPECT_EQ(result, 0) << msg;
-        EXPECT_EQ(element.GetWaitCount(), 0u) << msg;
+        EXPECT_EQ(page.element.GetWaitCount(), 0u) << msg;
     }
     // A click on a bound button reaches its control through the list.
     cam->ClearCallLog();
     CZxISControl* found = nullptr;
-    HWND snap = GetDlgItem(w, IDC_ZX_COMMAND1);
-    element.IS_ProcessMessage(reinterpret_cast<ZxHWnd>(w), WM_COMMAND, MAKEWPARAM(IDC_ZX_COMMAND1, BN_CLICKED),
-                              int64_t(snap), nullptr, &found);
-    EXPECT_EQ(found, ctx.snap.get());
+    page.element.IS_ProcessMessage(page.W(), WM_COMMAND, MAKEWPARAM(IDC_ZX_COMMAND1, BN_CLICKED),
+                                   int64_t(GetDlgItem(w, IDC_ZX_COMMAND1)), nullptr, &found);
+    EXPECT_EQ(found, page.ctx.snap.get());
     bool executed = false;
     for (const std::wstring& call : cam->CallLog())
         executed |= call.rfind(L"Command_WRP(Snap", 0) == 0;
     EXPECT_TRUE(executed);
-    element.DestroyUI();
 }
 
 TEST(GUIElement, EventsArriveWithTheElementsCameraActiveAndTheOldOneBack)
 {
     CZxSimGrabber grabber(3);
-    ParentWindow parent;
-    ElementHost element;
-    CZxGrabberGUIElement_Wrapper wrapper(&element);
-    SharedContext ctx{&wrapper, nullptr};
-    element.ctx = &ctx;
-    element.Init(grabber.Camera(2));
     Sink sink;
     sink.grabber = &grabber;
-    element.SetHandler(&Handler, &sink);
-    ZxHWnd w = element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr, nullptr);
-    ASSERT_TRUE(w);
+    Page page(grabber.Camera(2), &sink);
+    ElementHost& element = page.element;
+    ASSERT_TRUE(page.hwnd);
     grabber.SecGrabber_SetActive(1);
 
-    struct Row {
+    // The wait cursor: on before 10003, off after the others.
+    const struct {
         UINT msg;
         int32_t code;
-        uint32_t waitAfter;   // the wait cursor: on before 10003, off after the others
-    };
-    const Row rows[] = {
-        {WM_IS_FORMATCHANGING, 10003, 1},
-        {WM_IS_FORMATCHANGED, 10004, 0},
-        {WM_IS_FORMATCHANGING, 10003, 1},
-        {WM_IS_REFRESH, 10005, 0},
-        {WM_IS_FORMATCHANGING, 10003, 1},
-        {WM_IS_COMMANDDONE, 10008, 0},
-    };
-    for (const Row& row : rows) {
+        uint32_t waitAfter;
+    } rows[] = {{WM_IS_FORMATCHANGING, 10003, 1}, {WM_IS_FORMATCHANGED, 10004, 0}, {WM_IS_FORMATCHANGING, 10003, 1},
+                {WM_IS_REFRESH, 10005, 0},        {WM_IS_FORMATCHANGING, 10003, 1}, {WM_IS_COMMANDDONE, 10008, 0}};
+    for (const auto& row : rows) {
         sink.events.clear();
-        EXPECT_FALSE(element.IS_ProcessMessage(w, row.msg, 2, 0, nullptr, nullptr));
+        EXPECT_FALSE(element.IS_ProcessMessage(page.W(), row.msg, 2, 0, nullptr, nullptr));
         ASSERT_EQ(sink.events.size(), 1u) << row.msg;
         EXPECT_EQ(sink.events[0].code, row.code);
         EXPECT_EQ(sink.events[0].wParam, 2u);
@@ -173,7 +190,7 @@ TEST(GUIElement, EventsArriveWithTheElementsCameraActiveAndTheOldOneBack)
     // A handler that answers non-zero takes the message.
     sink.answer = 5;
     int64_t result = 0;
-    EXPECT_TRUE(element.IS_ProcessMessage(w, WM_IS_REFRESH, 0, 0, &result, nullptr));
+    EXPECT_TRUE(element.IS_ProcessMessage(page.W(), WM_IS_REFRESH, 0, 0, &result, nullptr));
     EXPECT_EQ(result, 5);
 
     // The command menu's ROI commands arrive as GUI commands, under the same switch.
@@ -187,7 +204,6 @@ TEST(GUIElement, EventsArriveWithTheElementsCameraActiveAndTheOldOneBack)
         EXPECT_EQ(sink.events[i].active, 2);
     }
     EXPECT_EQ(grabber.SecGrabber_GetActive(), 1);
-    element.DestroyUI();
 }
 
 namespace {
@@ -202,20 +218,12 @@ TEST(GUIElement, CommandMenuFollowsTheDialogHostsROIRules)
 {
     CZxSimGrabber grabber(1);
     CZxSimCamera* cam = grabber.Camera(0);
-    ParentWindow parent;
-    ElementHost element;
-    CZxGrabberGUIElement_Wrapper wrapper(&element);
-    SharedContext ctx{&wrapper, nullptr};
-    element.ctx = &ctx;
-    element.Init(cam);
     Sink sink;
-    element.SetHandler(&Handler, &sink);
-    HWND w = reinterpret_cast<HWND>(element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr,
-                                                     nullptr));
-    ASSERT_TRUE(w);
-    ShowWindow(parent.hwnd, SW_SHOW);
-    element.IS_InitCommandX(IDC_ZX_COMMANDMENU, 4);   // the ROI group
-    g_seen.menu = &element.GetCommandMenu();
+    Page page(cam, &sink);
+    ASSERT_TRUE(page.hwnd);
+    ShowWindow(page.parent.hwnd, SW_SHOW);
+    page.element.IS_InitCommandX(IDC_ZX_COMMANDMENU, 4);   // the ROI group
+    g_seen.menu = &page.element.GetCommandMenu();
     const struct {
         bool multiView;
         CZxRect roi;
@@ -225,6 +233,7 @@ TEST(GUIElement, CommandMenuFollowsTheDialogHostsROIRules)
                 {false, CZxRect(0, 0, 0, 0), false, false, true},   // nothing to use yet
                 {true, CZxRect(8, 8, 64, 64), true, false, false}};  // several cameras in view
     for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.multiView << " " << row.roi.IsNull());
         cam->SetMultiView(row.multiView);
         cam->ROISet(row.roi);
         cam->ROIEnable(row.roiOn);
@@ -237,96 +246,62 @@ TEST(GUIElement, CommandMenuFollowsTheDialogHostsROIRules)
             g_seen.useChecked = g_seen.menu->IsChecked(7000);
             EndMenu();
         });
-        SendMessageW(w, WM_COMMAND, MAKEWPARAM(IDC_ZX_COMMANDMENU, 0), LPARAM(GetDlgItem(w, IDC_ZX_COMMANDMENU)));
-        ASSERT_TRUE(g_seen.tracked) << row.multiView;
-        EXPECT_EQ(g_seen.useEnabled, row.use) << row.multiView << " " << row.roi.IsNull();
-        EXPECT_EQ(g_seen.defineEnabled, row.define) << row.multiView << " " << row.roi.IsNull();
-        EXPECT_EQ(g_seen.useChecked, row.roiOn) << row.multiView << " " << row.roi.IsNull();
+        SendMessageW(page.hwnd, WM_COMMAND, MAKEWPARAM(IDC_ZX_COMMANDMENU, 0),
+                     LPARAM(GetDlgItem(page.hwnd, IDC_ZX_COMMANDMENU)));
+        ASSERT_TRUE(g_seen.tracked);
+        EXPECT_EQ(g_seen.useEnabled, row.use);
+        EXPECT_EQ(g_seen.defineEnabled, row.define);
+        EXPECT_EQ(g_seen.useChecked, row.roiOn);
     }
-    element.DestroyUI();
 }
-
-namespace {
-// What a request handler saw, and what it answers.
-struct RequestSink {
-    ElementHost* element = nullptr;
-    std::vector<int32_t> codes;
-    uintptr_t wParam = 0;
-    uint32_t waitCount = 0;   // the element's wait cursor during the event
-    std::wstring topic;
-    intptr_t payload = 0;
-    HWND activeAnswer = nullptr;
-    int answer = 0;
-};
-
-int RequestHandler(void* context, SZxGUIElementEvent* e)
-{
-    auto* sink = static_cast<RequestSink*>(context);
-    sink->codes.push_back(e->m_iCode);
-    sink->wParam = e->m_wParam;
-    sink->waitCount = sink->element->GetWaitCount();
-    sink->payload = e->m_lParam;
-    if (e->m_iCode == ZX_GUIEVENT_HELP)
-        sink->topic = reinterpret_cast<const wchar_t*>(e->m_lParam);
-    if (e->m_iCode == ZX_GUIEVENT_SETACTIVEDIALOG)
-        *reinterpret_cast<HWND*>(e->m_lParam) = sink->activeAnswer;
-    return sink->answer;
-}
-} // namespace
 
 // Shared driver code calls these through the wrapper on either host; the element
 // asks its handler what the dialog host asks its callback.
 TEST(GUIElement, LiveModeHelpActiveDialogAndFastQualityQueryReachTheHandlerAsOnTheDialogHost)
 {
     CZxSimGrabber grabber(1);
-    ParentWindow parent;
-    ElementHost element;
-    CZxGrabberGUIElement_Wrapper wrapper(&element);
-    SharedContext ctx{&wrapper, nullptr};
-    element.ctx = &ctx;
-    element.Init(grabber.Camera(0));
-    ZxHWnd w = element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(parent.hwnd), nullptr, nullptr);
+    Page page(grabber.Camera(0), nullptr);
+    ZxHWnd w = page.W();
     ASSERT_TRUE(w);
-    IZxGrabberUI_Wrapper& page = wrapper;
+    IZxGrabberUI_Wrapper& ui = page.wrapper;
 
     // Without a handler: nothing is raised, the switch is allowed, and asking
     // for the active dialog is a caller's fault, as without a callback.
-    page.IS_ChangeLiveMode(w, 1);
-    page.IS_OpenFreeTopicHelp(L"topic");
-    EXPECT_TRUE(page.IS_FQModeChangeAllowed());
+    ui.IS_ChangeLiveMode(w, 1);
+    ui.IS_OpenFreeTopicHelp(L"topic");
+    EXPECT_TRUE(ui.IS_FQModeChangeAllowed());
     {
         zxtest::DiagCapture diag;
-        EXPECT_EQ(page.IS_SetHDLGActive(w), nullptr);
+        EXPECT_EQ(ui.IS_SetHDLGActive(w), nullptr);
         EXPECT_EQ(diag.Size(), 1u);
     }
-    EXPECT_EQ(element.GetWaitCount(), 0u);
+    EXPECT_EQ(page.element.GetWaitCount(), 0u);
 
-    RequestSink sink;
-    sink.element = &element;
-    element.SetHandler(&RequestHandler, &sink);
-    page.IS_ChangeLiveMode(w, 2);
+    Sink sink;
+    sink.element = &page.element;
+    page.element.SetHandler(&Handler, &sink);
+    ui.IS_ChangeLiveMode(w, 2);
     ASSERT_EQ(sink.codes, std::vector<int32_t>{ZX_GUIEVENT_LIVEMODECHANGE});
-    EXPECT_EQ(sink.wParam, 2u);
+    EXPECT_EQ(sink.events[0].wParam, 2u);
     EXPECT_EQ(sink.waitCount, 1u) << "the change runs under the wait cursor";
-    EXPECT_EQ(element.GetWaitCount(), 0u);
+    EXPECT_EQ(page.element.GetWaitCount(), 0u);
 
-    page.IS_OpenFreeTopicHelp(L"Cooling");
+    ui.IS_OpenFreeTopicHelp(L"Cooling");
     EXPECT_EQ(sink.codes.back(), ZX_GUIEVENT_HELP);
     EXPECT_EQ(sink.topic, L"Cooling");
-    page.IS_OpenFreeTopicHelp(nullptr);
+    ui.IS_OpenFreeTopicHelp(nullptr);
     EXPECT_EQ(sink.topic, L"");
 
-    sink.activeAnswer = parent.hwnd;
-    EXPECT_EQ(page.IS_SetHDLGActive(w), reinterpret_cast<ZxHWnd>(parent.hwnd));
+    sink.activeAnswer = page.parent.hwnd;
+    EXPECT_EQ(ui.IS_SetHDLGActive(w), reinterpret_cast<ZxHWnd>(page.parent.hwnd));
     EXPECT_EQ(sink.codes.back(), ZX_GUIEVENT_SETACTIVEDIALOG);
     sink.activeAnswer = nullptr;
-    EXPECT_EQ(page.IS_SetHDLGActive(w), nullptr) << "the handler's answer, not the element's own window";
+    EXPECT_EQ(ui.IS_SetHDLGActive(w), nullptr) << "the handler's answer, not the element's own window";
 
-    EXPECT_TRUE(page.IS_FQModeChangeAllowed());
+    EXPECT_TRUE(ui.IS_FQModeChangeAllowed());
     EXPECT_EQ(sink.codes.back(), ZX_GUIEVENT_FQMODECHANGEQUERY);
     EXPECT_EQ(sink.payload, reinterpret_cast<intptr_t>(static_cast<CZxGenProvider_Low*>(grabber.Camera(0))));
     sink.answer = 1;
-    EXPECT_FALSE(page.IS_FQModeChangeAllowed()) << "a handler that refuses keeps the set";
+    EXPECT_FALSE(ui.IS_FQModeChangeAllowed()) << "a handler that refuses keeps the set";
     EXPECT_EQ(sink.codes.size(), 7u);
-    element.DestroyUI();
 }

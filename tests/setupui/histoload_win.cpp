@@ -46,16 +46,15 @@ public:
         for (int t = 0; t < 2; ++t)
             m_threads.emplace_back([this, &ui, t] {
                 std::vector<uint32_t> counts(4 * 4096);
+                SZxHisto h;
+                h.uiBits = 12;
+                h.uiComp = 3;
+                h.pdwHisto = counts.data();
+                for (int c = 0; c < 3; ++c)
+                    h.pdwCompHisto[c] = counts.data() + 4096 * (c + 1);
                 for (uint32_t round = 0; !m_stop; ++round) {
-                    for (size_t i = 0; i < 4096; ++i)
-                        counts[i] = counts[4096 + i] = counts[8192 + i] = counts[12288 + i] =
-                            uint32_t((i * 7 + round + t) % 97);
-                    SZxHisto h;
-                    h.uiBits = 12;
-                    h.uiComp = 3;
-                    h.pdwHisto = counts.data();
-                    for (int c = 0; c < 3; ++c)
-                        h.pdwCompHisto[c] = counts.data() + 4096 * (c + 1);
+                    for (size_t i = 0; i < counts.size(); ++i)
+                        counts[i] = uint32_t((i % 4096 * 7 + round + t) % 97);
                     ui.OnNewHisto(h, uint32_t(CZxHistoDraw::PIXELKIND_RGB));
                     ++m_frames;
                     Sleep(1);
@@ -122,19 +121,14 @@ long HeapBlocks()
     return blocks;
 }
 
-BOOL CALLBACK CountWindow(HWND, LPARAM count)
-{
-    ++*reinterpret_cast<int*>(count);
-    return TRUE;
-}
-
 // Windows (Wine answers GetGuiResources with 0, so its windows are counted too:
 // the thread's top-level windows, tooltips included), GDI and USER objects,
 // heap blocks.
 struct Usage {
     int windows = [] {
         int n = 0;
-        EnumThreadWindows(GetCurrentThreadId(), &CountWindow, reinterpret_cast<LPARAM>(&n));
+        EnumThreadWindows(GetCurrentThreadId(), [](HWND, LPARAM c) -> BOOL { return ++*reinterpret_cast<int*>(c) > 0; },
+                          reinterpret_cast<LPARAM>(&n));
         return n;
     }();
     DWORD gdi = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
@@ -166,9 +160,7 @@ TEST(HistogramUnderLoad, OpeningAndClosingWhileTwoThreadsDeliverFramesLeavesNoth
     };
     auto openModeless = [&] {
         ASSERT_EQ(ui.InputSetupModelessShow(nullptr), 0);
-        Pump();
-        Sleep(2);
-        Pump();
+        Pump(), Sleep(2), Pump();
         HWND dlg = ui.GetHDlg();
         ui.InputSetupModelessHide();
         EXPECT_FALSE(IsWindow(dlg));

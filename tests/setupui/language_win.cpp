@@ -21,6 +21,7 @@
 #include "zxhost/locale.h"
 #include "zxsim/languages.h"
 #include "zxsim/setupui.h"
+#include "zx_modal.h"
 
 namespace {
 
@@ -60,12 +61,7 @@ std::string Utf8(const std::wstring& s)
     return out;
 }
 
-std::wstring Text(HWND w)
-{
-    wchar_t buf[1024] = L"";
-    GetWindowTextW(w, buf, 1024);
-    return buf;
-}
+std::wstring Text(HWND w) { return zxtest::ItemText(w, 0); }
 
 std::wstring Caption(HMODULE module, const wchar_t* name, WORD lang)
 {
@@ -154,8 +150,7 @@ int TextRoom(HWND w, bool& multiLine, int& height)
     if (_wcsicmp(cls.c_str(), L"Button") == 0) {
         switch (style & BS_TYPEMASK) {
         case BS_PUSHBUTTON: case BS_DEFPUSHBUTTON: return r.right - 6;
-        case BS_OWNERDRAW: return r.right - 16;   // the command menu's arrow
-        case BS_GROUPBOX: return r.right - 16;
+        case BS_OWNERDRAW: case BS_GROUPBOX: return r.right - 16;   // the command menu's arrow; the frame
         case BS_CHECKBOX: case BS_AUTOCHECKBOX: case BS_RADIOBUTTON: case BS_AUTORADIOBUTTON:
         case BS_3STATE: case BS_AUTO3STATE: return r.right - 18;
         default: return 0;

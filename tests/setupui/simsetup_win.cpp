@@ -168,16 +168,14 @@ TEST(SimSetup, TheSamePageDocksAsAnElementAndOpensTheAdvancedSetupFromBothHosts)
 
         // Live acceleration shows in the frame rate at the page's next poll.
         Set(camera, L"Exposure", 200.0);
-        SendMessageW(hwnd, WM_TIMER, 1, 0);
-        EXPECT_EQ(zxtest::ItemText(hwnd, IDC_ZX_INFO), L"5.0 frames/s");
-        Set(camera, L"LiveSpeedUp", 5);
-        SendMessageW(hwnd, WM_TIMER, 1, 0);
-        EXPECT_EQ(zxtest::ItemText(hwnd, IDC_ZX_INFO), L"25.0 frames/s");
-        Set(camera, L"LiveSpeedUp", 1);
-        Set(camera, L"SpeedUpTime", 100);
-        SendMessageW(hwnd, WM_TIMER, 1, 0);
-        EXPECT_EQ(zxtest::ItemText(hwnd, IDC_ZX_INFO), L"10.0 frames/s");
-        Set(camera, L"SpeedUpTime", 0);
+        const struct { int speedUp, time; const wchar_t* shown; } rates[] = {
+            {1, 0, L"5.0 frames/s"}, {5, 0, L"25.0 frames/s"}, {1, 100, L"10.0 frames/s"}, {1, 0, L"5.0 frames/s"}};
+        for (const auto& r : rates) {
+            Set(camera, L"LiveSpeedUp", r.speedUp);
+            Set(camera, L"SpeedUpTime", r.time);
+            SendMessageW(hwnd, WM_TIMER, 1, 0);
+            EXPECT_EQ(zxtest::ItemText(hwnd, IDC_ZX_INFO), r.shown) << r.speedUp << "x, " << r.time << " ms";
+        }
         Set(camera, L"Exposure", 20.0);
         if (!docked)
             ui.InputSetupModelessHide();

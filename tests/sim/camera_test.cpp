@@ -279,8 +279,6 @@ TEST(SimCameraValues, LiveAccelerationShortensLiveFramesOnlyAndKeepsTheirBrightn
     ASSERT_EQ(Set(cam, 2, {{L"Exposure", 400.0}, {L"PixelClock", 48}}), ZX_OK);
     auto mean = [&] {
         std::unique_ptr<CZxGrabberSample01> f(cam.Snap());
-        uint32_t w = 0, h = 0, bits = 0, comp = 0;
-        f->GetPicBufNumbers(&w, &h, &bits, &comp);
         double sum = 0;
         const auto* p = static_cast<const uint8_t*>(f->GetDataPtr());
         for (uint64_t i = 0; i < f->GetDataSize(); ++i)

@@ -121,13 +121,11 @@ OwnerWindow::~OwnerWindow() { DestroyWindow(m_hwnd); }
     mi.cbSize = sizeof(mi);
     GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTONEAREST), &mi);
     const RECT& wa = mi.rcWork;
-    auto where = [&] {
-        return " dialog (" + std::to_string(d.left) + ", " + std::to_string(d.top) + ", " + std::to_string(d.right) +
-               ", " + std::to_string(d.bottom) + "), owner (" + std::to_string(o.left) + ", " +
-               std::to_string(o.top) + ", " + std::to_string(o.right) + ", " + std::to_string(o.bottom) +
-               "), work area (" + std::to_string(wa.left) + ", " + std::to_string(wa.top) + ", " +
-               std::to_string(wa.right) + ", " + std::to_string(wa.bottom) + ")";
+    auto text = [](const RECT& r) {
+        return "(" + std::to_string(r.left) + ", " + std::to_string(r.top) + ", " + std::to_string(r.right) + ", " +
+               std::to_string(r.bottom) + ")";
     };
+    auto where = [&] { return " dialog " + text(d) + ", owner " + text(o) + ", work area " + text(wa); };
     if (d.left < wa.left || d.top < wa.top || d.right > wa.right || d.bottom > wa.bottom)
         return ::testing::AssertionFailure() << "not wholly on the owner's monitor:" << where();
     const LONG dlo[2] = {d.left, d.top}, dhi[2] = {d.right, d.bottom}, olo[2] = {o.left, o.top},
