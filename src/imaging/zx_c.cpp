@@ -199,6 +199,39 @@ bool FrameDescUsable(const CZxAutoExposure& ae, const ZxcAEFrame& f)
 
 bool LutPropsFinite(const ZxcLutProps& p) { return AllFinite(p); }
 
+// Both LUT handles are made and applied alike; they differ in the tables a
+// complete one must hold.
+template <typename Handle, typename Complete>
+int CreateLut(int32_t max_bits, Handle** out, Complete complete)
+{
+    return Guarded([&]() -> int {
+        if (!out)
+            return ZX_E_FAIL;
+        *out = nullptr;
+        if (max_bits < 1 || max_bits > 16)
+            return ZX_E_FAIL;
+        std::unique_ptr<Handle> lut(new (std::nothrow) Handle(max_bits));
+        if (!lut || !complete(lut->lut))
+            return ZX_E_FAIL;
+        *out = lut.release();
+        return ZX_OK;
+    });
+}
+
+template <typename Handle>
+int ApplyLut(Handle* lut, ZxcFrame* frame)
+{
+    return Guarded([&]() -> int {
+        if (!lut)
+            return ZX_E_FAIL;
+        SZxPicBuf pb;
+        if (int st = ToPicBuf(frame, pb))
+            return st;
+        lut->lut.ApplyLUT(&pb);
+        return ZX_OK;
+    });
+}
+
 } // namespace
 
 extern "C" {
@@ -491,18 +524,7 @@ void zxc_lut_props_init(ZxcLutProps* props)
 
 int zxc_mono_lut_create(int32_t max_bits, ZxcMonoLut** out)
 {
-    return Guarded([&]() -> int {
-        if (!out)
-            return ZX_E_FAIL;
-        *out = nullptr;
-        if (max_bits < 1 || max_bits > 16)
-            return ZX_E_FAIL;
-        std::unique_ptr<ZxcMonoLut> lut(new (std::nothrow) ZxcMonoLut(max_bits));
-        if (!lut || !lut->lut.m_pTable)
-            return ZX_E_FAIL;
-        *out = lut.release();
-        return ZX_OK;
-    });
+    return CreateLut(max_bits, out, [](const CZxBaseMonoLUT& l) { return l.m_pTable != nullptr; });
 }
 
 void zxc_mono_lut_destroy(ZxcMonoLut* lut) { delete lut; }
@@ -524,34 +546,13 @@ int zxc_mono_lut_update(ZxcMonoLut* lut, const ZxcLutPropsI* props, int32_t bits
     });
 }
 
-int zxc_mono_lut_apply(ZxcMonoLut* lut, ZxcFrame* frame)
-{
-    return Guarded([&]() -> int {
-        if (!lut)
-            return ZX_E_FAIL;
-        SZxPicBuf pb;
-        if (int st = ToPicBuf(frame, pb))
-            return st;
-        lut->lut.ApplyLUT(&pb);
-        return ZX_OK;
-    });
-}
+int zxc_mono_lut_apply(ZxcMonoLut* lut, ZxcFrame* frame) { return ApplyLut(lut, frame); }
 
 int zxc_lut_create(int32_t max_bits, ZxcLut** out)
 {
-    return Guarded([&]() -> int {
-        if (!out)
-            return ZX_E_FAIL;
-        *out = nullptr;
-        if (max_bits < 1 || max_bits > 16)
-            return ZX_E_FAIL;
-        std::unique_ptr<ZxcLut> lut(new (std::nothrow) ZxcLut(max_bits));
-        const CZxBaseLUT* l = lut ? &lut->lut : nullptr;
-        if (!l || !l->m_pIntensity || !l->m_pRed || !l->m_pGreen || !l->m_pBlue || !l->m_pPairRed ||
-            !l->m_pPairGreen || !l->m_pPairBlue)
-            return ZX_E_FAIL;
-        *out = lut.release();
-        return ZX_OK;
+    return CreateLut(max_bits, out, [](const CZxBaseLUT& l) {
+        return l.m_pIntensity && l.m_pRed && l.m_pGreen && l.m_pBlue && l.m_pPairRed && l.m_pPairGreen &&
+               l.m_pPairBlue;
     });
 }
 
@@ -584,18 +585,7 @@ int zxc_lut_update(ZxcLut* lut, const ZxcLutProps* props, int32_t mono, int32_t 
     });
 }
 
-int zxc_lut_apply(ZxcLut* lut, ZxcFrame* frame)
-{
-    return Guarded([&]() -> int {
-        if (!lut)
-            return ZX_E_FAIL;
-        SZxPicBuf pb;
-        if (int st = ToPicBuf(frame, pb))
-            return st;
-        lut->lut.ApplyLUT(&pb);
-        return ZX_OK;
-    });
-}
+int zxc_lut_apply(ZxcLut* lut, ZxcFrame* frame) { return ApplyLut(lut, frame); }
 
 // ---- Demosaic and binning -----------------------------------------------------------
 
