@@ -124,6 +124,18 @@ def render(code, includes, dialogs):
     return "\n".join(out), missing
 
 
+def update(path, text, check, stale):
+    """Writes text to path when it differs; with check, only notes the path as stale."""
+    old = open(path, encoding="utf-8").read() if os.path.exists(path) else None
+    if text == old:
+        return
+    if check:
+        stale.append(os.path.relpath(path, ROOT))
+    else:
+        with open(path, "w", encoding="utf-8", newline="\n") as f:
+            f.write(text)
+
+
 def main(argv):
     check = "--check" in argv
     includes, dialogs = sources()
@@ -135,23 +147,8 @@ def main(argv):
         text, missing = render(code, includes, dialogs)
         for m in missing:
             print("%s: no translation for %s" % (code, m))
-        path = os.path.join(OUT, code + ".rc")
-        old = open(path, encoding="utf-8").read() if os.path.exists(path) else None
-        if text != old:
-            if check:
-                stale.append(os.path.relpath(path, ROOT))
-            else:
-                with open(path, "w", encoding="utf-8", newline="\n") as f:
-                    f.write(text)
-    files = {os.path.join(OUT, "layout.h"): layout_header()}
-    for path, text in files.items():
-        old = open(path, encoding="utf-8").read() if os.path.exists(path) else None
-        if text != old:
-            if check:
-                stale.append(os.path.relpath(path, ROOT))
-            else:
-                with open(path, "w", encoding="utf-8", newline="\n") as f:
-                    f.write(text)
+        update(os.path.join(OUT, code + ".rc"), text, check, stale)
+    update(os.path.join(OUT, "layout.h"), layout_header(), check, stale)
     for fn in os.listdir(OUT):
         if fn.endswith(".rc") and fn[:-3] not in codes:
             stale.append(os.path.join("resources", "lang", fn) + " (no catalog)")
