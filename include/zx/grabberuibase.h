@@ -350,7 +350,7 @@ protected:
     /// Guards both histogram models: OnNewHisto writes them on the acquisition
     /// thread while the dialog paints them on its own.
     mutable std::mutex m_histoLock;
-    /// A WM_ZX_NEWHISTO is queued and its IS_Message has not ended (guarded by m_histoLock).
+    /// A WM_ZX_NEWHISTO is queued and IS_Message has not taken it yet (guarded by m_histoLock).
     bool m_bHistoPosted = false;
 };
 

@@ -395,18 +395,12 @@ bool CZxGrabberUI_Base::IS_Message(ZxHWnd zhwnd, UINT msg, int64_t wParam, int64
     int64_t scratch = 0;
     if (!result)
         result = &scratch;
-    // The next frame may post again once this one is drawn (below or by the driver).
-    struct HistoDone {
-        CZxGrabberUI_Base* self;
-        bool on;
-        ~HistoDone()
-        {
-            if (on) {
-                const std::lock_guard<std::mutex> lock(self->m_histoLock);
-                self->m_bHistoPosted = false;
-            }
-        }
-    } histoDone{this, msg == WM_ZX_NEWHISTO};
+    // Taken off the queue: a frame that arrives from here on posts again, so one
+    // written while its texts are being drawn is never left unshown.
+    if (msg == WM_ZX_NEWHISTO) {
+        const std::lock_guard<std::mutex> lock(m_histoLock);
+        m_bHistoPosted = false;
+    }
 
     if (m_pfnCallback) {
         switch (msg) {

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <functional>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "zx/grabberuibase.h"
@@ -380,6 +381,27 @@ TEST_F(GrabberUIBase, HistogramFromAnotherThreadRepaintsTheOpenDialog)
     GetDlgItemTextW(dlg, IDC_ZX_RANGE_RED, text, 64);
     EXPECT_STREQ(text, L"<30, 30>");
     EXPECT_FALSE(GetWindowLongW(GetDlgItem(dlg, IDC_ZX_RANGE_GREEN), GWL_STYLE) & WS_VISIBLE);
+
+    // A frame that arrives while the texts of the previous one are being drawn
+    // is shown as well, not left behind until some later frame.
+    static TestHost* s_host;
+    static WNDPROC s_static;
+    s_host = &host;
+    HWND red = GetDlgItem(dlg, IDC_ZX_RANGE_RED);
+    s_static = WNDPROC(SetWindowLongPtrW(
+        red, GWLP_WNDPROC, LONG_PTR(+[](HWND w, UINT m, WPARAM wp, LPARAM lp) -> LRESULT {
+            if (m == WM_SETTEXT && s_host) {
+                ColourHisto late(20);
+                std::exchange(s_host, nullptr)->OnNewHisto(late.h, CZxHistoDraw::PIXELKIND_RGB);
+            }
+            return CallWindowProcW(s_static, w, m, wp, lp);
+        })));
+    ColourHisto early(10);
+    host.OnNewHisto(early.h, CZxHistoDraw::PIXELKIND_RGB);
+    Pump();
+    SetWindowLongPtrW(red, GWLP_WNDPROC, LONG_PTR(s_static));
+    GetDlgItemTextW(dlg, IDC_ZX_RANGE_RED, text, 64);
+    EXPECT_STREQ(text, L"<100, 107>");
 
     std::atomic<bool> done{false};
     std::thread feeder([&] {
