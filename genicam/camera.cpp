@@ -497,12 +497,13 @@ int CZxGenICamCamera::SImpl::ApplyROI()
     const SFeature *x = Find(L"OffsetX"), *y = Find(L"OffsetY"), *w = Find(L"Width"), *h = Find(L"Height");
     if (!x || !y || !w || !h)
         return ZX_E_NOTSUPPORTED;
+    const CZxVariant dw = Describe(*w).varValDefinition, dh = Describe(*h).varValDefinition;
     CZxRect r = roi;
-    if (!roiEnabled || r.IsEmpty()) {
-        // Off: the whole sensor.
-        const CZxVariant dw = Describe(*w).varValDefinition, dh = Describe(*h).varValDefinition;
+    if (!roiEnabled || r.IsEmpty())   // off: the whole sensor
         r = CZxRect(0, 0, dw[L"m_iMax"].GetZx_int32(), dh[L"m_iMax"].GetZx_int32());
-    }
+    // Offsets and sizes have limits of their own; their sum must stay on the sensor too.
+    if (r.right > dw[L"m_iMax"].GetZx_int32() || r.bottom > dh[L"m_iMax"].GetZx_int32())
+        return ZX_E_FAIL;
     // Zero offsets, then sizes, then the real offsets: valid in every order of limits.
     for (const auto& o : {std::make_pair(x, 0), std::make_pair(y, 0), std::make_pair(w, r.Width()),
                           std::make_pair(h, r.Height()), std::make_pair(x, int(r.left)), std::make_pair(y, int(r.top))}) {
