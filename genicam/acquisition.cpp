@@ -38,8 +38,17 @@ int Convert(ArvBuffer* buffer, int binning, CZxGrabberSample01** out)
     auto* dst = static_cast<uint8_t*>(frame->GetDataPtr());
     if (!dst)
         return ZX_E_FAIL;
+    // The binning kernels read factor x the output size as packed rows: a frame
+    // whose size is no multiple of the factor loses its last columns and rows first.
+    std::vector<uint8_t> packed;
+    if (binning > 1 && (uint32_t(w) != ow * binning || uint32_t(h) != oh * binning)) {
+        const size_t row = size_t(ow) * binning * bytes * rawComp;
+        packed.resize(row * oh * binning);
+        for (size_t y = 0; y < size_t(oh) * binning; ++y)
+            std::memcpy(packed.data() + y * row, src + y * size_t(w) * bytes * rawComp, row);
+        src = packed.data();
+    }
     if (l.bayer) {
-        // Odd sizes lose their last row or column: the mosaic works on whole cells.
         ZX_BayerBinning(frame.get(), src, EZxBayerType(l.bayer), uint32_t(binning));
     } else if (l.comp == 1) {
         if (binning == 1)

@@ -339,7 +339,8 @@ int CZxGenICamCamera::FormatSet_WRP(uint32_t, const SZxGrabberFormatValue& forma
         return ZX_OK;
     const SZxGrabberFormatValue before = m->CurrentFormat();
     const int status = m->WriteAll({{pf, checked}}, info);
-    m->binning = int(it->m_dBinning);
+    if (status == ZX_OK)
+        m->binning = int(it->m_dBinning);
     if (info && m->CurrentFormat() != before)
         info->m_bFormatChanged = true;
     return status;
@@ -542,6 +543,8 @@ int CZxGenICamCamera::ROISet(const CZxRect& rect)
         return s;
     if (rect.left < 0 || rect.top < 0 || (!rect.IsEmpty() && (rect.right <= rect.left || rect.bottom <= rect.top)))
         return ZX_E_FAIL;
+    if (m->roiEnabled && m->live)
+        return ZX_E_BUSY;
     const CZxRect old = m->roi;
     m->roi = rect;
     if (!m->roiEnabled)

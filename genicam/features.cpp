@@ -91,6 +91,16 @@ std::string AutoFeatureOf(std::string base)
     return base + "Auto";
 }
 
+// Features that change the frame's size or layout: the controls announce
+// their writes, and the device cannot take them while its buffers stream.
+bool ShapesFrames(const std::string& name)
+{
+    for (const char* n : {"PixelFormat", "Width", "Height", "BinningHorizontal", "BinningVertical"})
+        if (name == n)
+            return true;
+    return false;
+}
+
 bool Fits32(int64_t v) { return v >= INT32_MIN && v <= INT32_MAX; }
 
 // One read of a node's number; a node that cannot say gives `fallback`.
@@ -232,6 +242,8 @@ SZxGrabberPropertyDesc01 CZxGenICamCamera::SImpl::Describe(const SFeature& f)
     }
     if (err)
         g_error_free(err);
+    if (ShapesFrames(f.name))
+        desc.m_uiFlags |= ZX_PROPFLAG_CHANGES_FORMAT;
     if (!f.info.m_unit.empty() && d.IsRecord())
         d[L"m_wstrUnit"] = f.info.m_unit.c_str();
     return desc;
@@ -494,6 +506,8 @@ int CZxGenICamCamera::PropSet_WRP(uint32_t, const CZxVector_SZxGrabberPropertyVa
                                       : v.m_varValue;
         if (const int s = m->Check(*f, given, checked))
             return s;
+        if (m->live && ShapesFrames(f->name))
+            return ZX_E_BUSY;
         taken.emplace_back(f, checked);
     }
     return bCheckOnly ? ZX_OK : m->WriteAll(taken, info);

@@ -235,9 +235,57 @@ TEST_F(GenICam, FormatsBinAndTheROICutsFrames)
     frame->GetPicBufNumbers(&w, &h, &bits, &comp);
     EXPECT_EQ(100u, w);
     EXPECT_EQ(200u, h);
+    // Sizes that are no multiple of the binning lose their last column and row.
+    ASSERT_EQ(ZX_OK, cam.ROISet(CZxRect(1, 1, 102, 202)));
+    binned.m_wstrName = L"Mono8 (Binning 2x2)";
+    ASSERT_EQ(ZX_OK, cam.FormatSet_WRP(ZX_MODE_FAST, binned, nullptr, false));
+    ASSERT_EQ(ZX_OK, cam.Snap(2000, &raw));
+    frame.reset(raw);
+    frame->GetPicBufNumbers(&w, &h, &bits, &comp);
+    EXPECT_EQ(50u, w);
+    EXPECT_EQ(100u, h);
     ASSERT_EQ(ZX_OK, cam.ROIEnable(false));
     EXPECT_EQ(2048, Get(L"Width").GetZx_int32());
     EXPECT_EQ(0, Get(L"OffsetY").GetZx_int32());
+}
+
+TEST_F(GenICam, SettingsComeBackFromDefaultsAndNamedSettings)
+{
+    ASSERT_EQ(ZX_OK, Set(L"GainRaw", 3));
+    ASSERT_EQ(ZX_OK, Set(L"ExposureTimeAbs", 2.5));
+    SZxGrabberFormatValue f;
+    f.m_wstrName = L"Mono16 (Binning 2x2)";
+    ASSERT_EQ(ZX_OK, cam.FormatSet_WRP(ZX_MODE_FAST, f, nullptr, false));
+    ASSERT_EQ(ZX_OK, cam.ROISet(CZxRect(0, 0, 64, 32)));
+    ASSERT_EQ(ZX_OK, cam.ROIEnable(true));
+    SZxGrabberCameraSettings s;
+    ASSERT_EQ(ZX_OK, cam.CameraSettingsGet_UNI_WRP(s, ZX_SETTINGS_ALL, true));
+    ASSERT_EQ(ZX_OK, cam.NamedSettingsAdd(L"dim", s));
+
+    ASSERT_EQ(ZX_OK, cam.CameraSettingsSetDefaults_UNI_WRP());
+    EXPECT_EQ(0, Get(L"GainRaw").GetZx_int32());
+    EXPECT_DOUBLE_EQ(10.0, Get(L"ExposureTimeAbs").GetDouble());
+    EXPECT_FALSE(cam.ROIEnabled());
+    ASSERT_EQ(ZX_OK, cam.FormatGet_WRP(ZX_MODE_FAST, f));
+    EXPECT_EQ(L"Mono8", f.m_wstrName.Std());
+    SZxGrabberPropertyValue def(L"GainRaw");
+    ASSERT_EQ(ZX_OK, cam.PropGetDefaultSingle_WRP(ZX_MODE_QUALITY, def));
+    EXPECT_EQ(0, def.m_varValue.GetZx_int32());
+
+    CZxStringW name;
+    SZxGrabberCameraSettings* stored = cam.NamedSettingsNext(name);
+    ASSERT_NE(nullptr, stored);
+    EXPECT_EQ(L"dim", name.Std());
+    ASSERT_EQ(ZX_OK, cam.CameraSettingsSet_UNI_WRP(*stored, ZX_SETTINGS_ALL));
+    EXPECT_EQ(3, Get(L"GainRaw").GetZx_int32());
+    EXPECT_DOUBLE_EQ(2.5, Get(L"ExposureTimeAbs").GetDouble());
+    EXPECT_TRUE(cam.ROIEnabled());
+    EXPECT_EQ(64, Get(L"Width").GetZx_int32());
+    ASSERT_EQ(ZX_OK, cam.FormatGet_WRP(ZX_MODE_FAST, f));
+    EXPECT_EQ(L"Mono16 (Binning 2x2)", f.m_wstrName.Std());
+    EXPECT_EQ(nullptr, cam.NamedSettingsNext(name));
+    EXPECT_EQ(ZX_OK, cam.NamedSettingsRemove(L"dim"));
+    EXPECT_EQ(ZX_E_FAIL, cam.NamedSettingsRemove(L"dim"));
 }
 
 TEST_F(GenICam, AutoExposureConvergesFromShortAndLongExposuresInMono8AndMono16)
@@ -275,7 +323,11 @@ TEST_F(GenICam, BayerFramesDemosaicAndTheirHistogramsCountEveryPixel)
         ASSERT_EQ(ZX_OK, cam.FormatSet_WRP(ZX_MODE_FAST, f, nullptr, false));
         ASSERT_EQ(ZX_OK, cam.StartLive());
         std::unique_ptr<CZxGrabberSample01> frame = Next();
+        // The frame's shape is fixed while buffers stream; other features are not.
         EXPECT_EQ(ZX_E_BUSY, cam.FormatSet_WRP(ZX_MODE_FAST, f, nullptr, false));
+        EXPECT_EQ(ZX_E_BUSY, Set(L"Width", 256));
+        EXPECT_EQ(ZX_E_BUSY, cam.ROIEnable(true));
+        EXPECT_EQ(ZX_OK, Set(L"GainRaw", 1));
         cam.StopLive();
         ASSERT_NE(nullptr, frame);
         uint32_t w = 0, h = 0, bits = 0, comp = 0;
