@@ -92,7 +92,9 @@ int CZxGenICamCamera::Open(const char* id)
             g_error_free(err);
         return ZX_E_FAIL;
     }
-    m->id = id ? id : "";
+    const char* opened = arv_camera_get_device_id(m->camera, &err);
+    g_clear_error(&err);
+    m->id = opened ? opened : (id ? id : "");
     m->device = arv_camera_get_device(m->camera);
     m->gc = arv_device_get_genicam(m->device);
     m->lost = false;
@@ -406,8 +408,9 @@ int CZxGenICamCamera::SImpl::ApplySettings(const SZxGrabberCameraSettings& s, ui
         for (const auto& v : s.m_vecPropFast) {
             const SFeature* f = Find(v.m_wstrName.GetString());
             CZxVariant checked;
-            // A setting stored while a feature could be written may meet it locked now; that value is skipped.
-            if (f && Check(*f, v.m_varValue, checked) == ZX_OK)
+            // A setting stored while a feature could be written may meet it locked, or
+            // streaming, now; that value is skipped.
+            if (f && !(live && zxgenicam::ShapesFrames(f->name)) && Check(*f, v.m_varValue, checked) == ZX_OK)
                 taken.emplace_back(f, checked);
         }
         status = WriteAll(taken, nullptr);

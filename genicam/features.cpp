@@ -1,5 +1,6 @@
 // GenICam features as typed properties: the feature table, definitions,
 // states, values, and checked writes.
+#include <algorithm>
 #include <cfloat>
 #include <climits>
 #include <cmath>
@@ -28,6 +29,14 @@ std::wstring Wide(const char* s)
         w += wchar_t(more ? L'?' : c);
     }
     return w;
+}
+
+bool ShapesFrames(const std::string& name)
+{
+    for (const char* n : {"PixelFormat", "Width", "Height", "BinningHorizontal", "BinningVertical"})
+        if (name == n)
+            return true;
+    return false;
 }
 
 std::string Narrow(const std::wstring& s)
@@ -89,16 +98,6 @@ std::string AutoFeatureOf(std::string base)
     if (base.size() > 4 && base.compare(base.size() - 4, 4, "Time") == 0)
         base.erase(base.size() - 4);
     return base + "Auto";
-}
-
-// Features that change the frame's size or layout: the controls announce
-// their writes, and the device cannot take them while its buffers stream.
-bool ShapesFrames(const std::string& name)
-{
-    for (const char* n : {"PixelFormat", "Width", "Height", "BinningHorizontal", "BinningVertical"})
-        if (name == n)
-            return true;
-    return false;
 }
 
 bool Fits32(int64_t v) { return v >= INT32_MIN && v <= INT32_MAX; }
@@ -242,7 +241,7 @@ SZxGrabberPropertyDesc01 CZxGenICamCamera::SImpl::Describe(const SFeature& f)
     }
     if (err)
         g_error_free(err);
-    if (ShapesFrames(f.name))
+    if (zxgenicam::ShapesFrames(f.name))
         desc.m_uiFlags |= ZX_PROPFLAG_CHANGES_FORMAT;
     if (!f.info.m_unit.empty() && d.IsRecord())
         d[L"m_wstrUnit"] = f.info.m_unit.c_str();
@@ -389,6 +388,21 @@ int CZxGenICamCamera::SImpl::Write(const SFeature& f, const CZxVariant& v)
     return err ? Failed(err) : ZX_OK;
 }
 
+void CZxGenICamCamera::SImpl::FixBinning()
+{
+    ArvGcNode* pf = gc ? arv_gc_get_node(gc, "PixelFormat") : nullptr;
+    zxgenicam::SLayout layout;
+    if (!pf || !ARV_IS_GC_ENUMERATION(pf) ||
+        !zxgenicam::LayoutOf(ArvPixelFormat(Read(arv_gc_enumeration_get_int_value, ARV_GC_ENUMERATION(pf), gint64(0))),
+                             layout)) {
+        binning = 1;
+        return;
+    }
+    const std::vector<int> offered = zxgenicam::BinningsOf(layout);
+    if (std::find(offered.begin(), offered.end(), binning) == offered.end())
+        binning = 1;
+}
+
 void CZxGenICamCamera::SImpl::MarkWritten()
 {
     // A live frame counts as taken after the write only when it was delivered a
@@ -415,6 +429,7 @@ int CZxGenICamCamera::SImpl::WriteAll(const std::vector<std::pair<const SFeature
         if ((status = Write(*t.first, t.second)) != ZX_OK)
             break;
     MarkWritten();
+    FixBinning();
     if (info) {
         for (size_t i = 0; i < features.size(); ++i) {
             const SFeature& f = features[i];
@@ -506,7 +521,7 @@ int CZxGenICamCamera::PropSet_WRP(uint32_t, const CZxVector_SZxGrabberPropertyVa
                                       : v.m_varValue;
         if (const int s = m->Check(*f, given, checked))
             return s;
-        if (m->live && ShapesFrames(f->name))
+        if (m->live && zxgenicam::ShapesFrames(f->name))
             return ZX_E_BUSY;
         taken.emplace_back(f, checked);
     }

@@ -40,6 +40,10 @@ bool LayoutOf(ArvPixelFormat format, SLayout& layout);
 /// Which formats offer software binning factors: mono 1, 2, 4; Bayer 1, 2; RGB 1.
 std::vector<int> BinningsOf(const SLayout& layout);
 
+/// Features that change the frame's size or layout: the controls announce
+/// their writes, and the device cannot take them while its buffers stream.
+bool ShapesFrames(const std::string& name);
+
 } // namespace zxgenicam
 
 struct CZxGenICamCamera::SImpl {
@@ -96,4 +100,6 @@ struct CZxGenICamCamera::SImpl {
     int ApplySettings(const SZxGrabberCameraSettings& s, uint32_t mask);
     int ApplyROI();
     void MarkWritten();
+    /// Back to no binning when the current pixel format does not offer the one in force.
+    void FixBinning();
 };

@@ -219,6 +219,12 @@ TEST_F(GenICam, FormatsBinAndTheROICutsFrames)
     EXPECT_EQ(128u, h);
     EXPECT_EQ(16u, bits);
 
+    // A pixel format without that binning falls back to none.
+    ASSERT_EQ(ZX_OK, Set(L"PixelFormat", L"RGB8"));
+    ASSERT_EQ(ZX_OK, cam.FormatGet_WRP(ZX_MODE_FAST, f));
+    EXPECT_EQ(L"RGB8", f.m_wstrName.Std());
+    EXPECT_EQ(3u, f.m_uiComp);
+
     binned.m_wstrName = L"Mono8 (Binning 3x3)";
     EXPECT_EQ(ZX_E_FAIL, cam.FormatSet_WRP(ZX_MODE_FAST, binned, nullptr, false));
     binned.m_wstrName = L"Mono8";
