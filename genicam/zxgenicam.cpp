@@ -233,7 +233,8 @@ int main(int argc, char** argv)
     if (a.fake)
         CZxGenICamCamera::EnableFakeInterface();
     const std::vector<std::string> ids = CZxGenICamCamera::ListDevices();
-    if (ids.empty()) {
+    // A device named by its address opens without being listed.
+    if (ids.empty() && a.device.empty()) {
         std::fprintf(stderr, "zxgenicam: no GenICam device found%s\n", a.fake ? "" : " (--fake adds the fake camera)");
         return 1;
     }

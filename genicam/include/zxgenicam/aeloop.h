@@ -30,6 +30,7 @@ class CZxGenICamAELoop {
 public:
     /// `camera` is not owned and must outlive the loop.
     explicit CZxGenICamAELoop(CZxGenICamCamera& camera);
+    /// Frees the histogram, the LUT and the last frame; the camera is left as it is.
     ~CZxGenICamAELoop();
 
     /// Reads the exposure (and, when there is one, the gain) feature's limits

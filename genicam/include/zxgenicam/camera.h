@@ -56,9 +56,13 @@ const wchar_t* ZX_GenICamControlFamily(const SZxGrabberPropertyDesc01& desc);
 /// address it and stay synchronised.
 class CZxGenICamCamera : public CZxGenProvider_Low {
 public:
+    /// A provider with no device; Open one.
     CZxGenICamCamera();
+    /// Closes the device (as Close).
     ~CZxGenICamCamera() override;
+    /// Not copyable: it owns the device connection.
     CZxGenICamCamera(const CZxGenICamCamera&) = delete;
+    /// Not copyable.
     CZxGenICamCamera& operator=(const CZxGenICamCamera&) = delete;
 
     /// Makes the in-process fake camera ("Fake_1") visible to ListDevices and Open.
