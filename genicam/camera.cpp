@@ -45,8 +45,6 @@ std::vector<int> BinningsOf(const SLayout& l)
 
 namespace {
 
-std::once_flag g_fakeOnce;
-
 const char* const kExposureNames[] = {"ExposureTime", "ExposureTimeAbs"};
 const char* const kGainNames[] = {"Gain", "GainRaw"};
 
@@ -65,9 +63,21 @@ CZxGenICamCamera::CZxGenICamCamera() : m(new SImpl) {}
 
 CZxGenICamCamera::~CZxGenICamCamera() { Close(); }
 
-void CZxGenICamCamera::EnableFakeInterface()
+int CZxGenICamCamera::UseOnlyInterface(const char* id)
 {
-    std::call_once(g_fakeOnce, [] { arv_enable_interface("Fake"); });
+    bool known = false;
+    for (unsigned i = 0, n = arv_get_n_interfaces(); i < n; ++i)
+        known = known || (id && std::strcmp(arv_get_interface_id(i), id) == 0);
+    if (!known)
+        return ZX_E_FAIL;
+    for (unsigned i = 0, n = arv_get_n_interfaces(); i < n; ++i) {
+        const char* other = arv_get_interface_id(i);
+        if (std::strcmp(other, id) == 0)
+            arv_enable_interface(other);
+        else
+            arv_disable_interface(other);
+    }
+    return ZX_OK;
 }
 
 std::vector<std::string> CZxGenICamCamera::ListDevices()

@@ -1,8 +1,10 @@
 // zxgenicam: GenICam devices as the library sees them, and the library's auto
 // exposure running on one of them.
 //
-//   zxgenicam [--fake] [--device ID] [--list]
-//   zxgenicam [--fake] [--device ID] --auto-exposure [--frames N] [--start-ms MS] [--format PIXELFORMAT]
+//   zxgenicam [--fake | --interface NAME] [--device ID] [--list]
+//   zxgenicam [--fake | --interface NAME] [--device ID] --auto-exposure [--frames N] [--start-ms MS]
+//             [--format PIXELFORMAT]
+// --fake is --interface Fake: the in-process fake camera, nothing sent over the network.
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -16,8 +18,8 @@
 namespace {
 
 struct SArgs {
-    bool fake = false, autoExposure = false;
-    std::string device, format;
+    bool autoExposure = false;
+    std::string interface, device, format;
     long frames = 30;
     double startMs = -1.0;
 };
@@ -26,9 +28,9 @@ int Usage(const char* problem)
 {
     std::fprintf(stderr, "zxgenicam: %s\n", problem);
     std::fprintf(stderr,
-                 "usage: zxgenicam [--fake] [--device ID] [--list]\n"
-                 "       zxgenicam [--fake] [--device ID] --auto-exposure [--frames N] [--start-ms MS] "
-                 "[--format PIXELFORMAT]\n");
+                 "usage: zxgenicam [--fake | --interface Fake|USB3Vision|GigEVision] [--device ID] [--list]\n"
+                 "       zxgenicam [--fake | --interface NAME] [--device ID] --auto-exposure [--frames N]\n"
+                 "                 [--start-ms MS] [--format PIXELFORMAT]\n");
     return 2;
 }
 
@@ -197,7 +199,12 @@ int main(int argc, char** argv)
         };
         double x = 0.0;
         if (arg == "--fake") {
-            a.fake = true;
+            a.interface = "Fake";
+        } else if (arg == "--interface") {
+            const char* v = value("an interface name");
+            if (!v)
+                return 2;
+            a.interface = v;
         } else if (arg == "--list") {
             a.autoExposure = false;
         } else if (arg == "--auto-exposure") {
@@ -230,12 +237,12 @@ int main(int argc, char** argv)
             return Usage(("unknown argument " + arg).c_str());
         }
     }
-    if (a.fake)
-        CZxGenICamCamera::EnableFakeInterface();
+    if (!a.interface.empty() && CZxGenICamCamera::UseOnlyInterface(a.interface.c_str()) != ZX_OK)
+        return Usage(("unknown interface " + a.interface).c_str());
     const std::vector<std::string> ids = CZxGenICamCamera::ListDevices();
     // A device named by its address opens without being listed.
     if (ids.empty() && a.device.empty()) {
-        std::fprintf(stderr, "zxgenicam: no GenICam device found%s\n", a.fake ? "" : " (--fake adds the fake camera)");
+        std::fprintf(stderr, "zxgenicam: no GenICam device found%s\n", a.interface == "Fake" ? "" : " (--fake: the fake camera)");
         return 1;
     }
     std::vector<std::string> chosen = a.device.empty() ? ids : std::vector<std::string>{a.device};

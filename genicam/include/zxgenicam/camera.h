@@ -65,9 +65,13 @@ public:
     /// Not copyable.
     CZxGenICamCamera& operator=(const CZxGenICamCamera&) = delete;
 
-    /// Makes the in-process fake camera ("Fake_1") visible to ListDevices and Open.
-    static void EnableFakeInterface();
-    /// Ids of the devices found now (fake one included once enabled).
+    /// Restricts discovery and Open to one interface ("Fake", "USB3Vision",
+    /// "GigEVision") for the whole process. "Fake" is the in-process fake camera
+    /// ("Fake_1") and sends nothing over the network, unlike GigE discovery.
+    /// ZX_OK; ZX_E_FAIL for an interface Aravis does not know (nothing changes).
+    static int UseOnlyInterface(const char* id);
+    /// Ids of the devices found now on the interfaces in use (by default the
+    /// USB3 and GigE interfaces: GigE discovery broadcasts on every network).
     static std::vector<std::string> ListDevices();
 
     /// Opens device `id` (null: the first found) and reads its feature tree.
