@@ -106,7 +106,7 @@ def code_texts():
             if ref not in refs:
                 refs.append(ref)
 
-    for top in ("src", "platform/src", "sim", "tools/zxsetup"):
+    for top in ("src", "platform/src", "sim", "genicam", "tools/zxsetup"):
         for dirpath, _, files in os.walk(os.path.join(ROOT, top)):
             for fn in sorted(files):
                 if not fn.endswith((".cpp", ".h")):
