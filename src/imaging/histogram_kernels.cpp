@@ -449,6 +449,9 @@ const HistogramKernels<T> kReference{&MonoRef<T>, &ColourRef<T>};
 template <typename T>
 const HistogramKernels<T> kFast{&MonoFast<T>, &ColourFast<T>};
 
+template <typename T>
+const HistogramKernels<T> kByLevel[kKernelLevels] = {kReference<T>, kFast<T>, kFast<T>, kFast<T>};
+
 } // namespace
 
 template <typename T>
@@ -460,12 +463,12 @@ const HistogramKernels<T>& GetReferenceHistogramKernels()
 template <typename T>
 const HistogramKernels<T>& GetHistogramKernels()
 {
-    return KernelLevel() == ZX_KERNELS_REFERENCE ? kReference<T> : kFast<T>;
+    return PickKernels(kByLevel<T>);
 }
 
-template const HistogramKernels<uint8_t>& GetHistogramKernels<uint8_t>();
-template const HistogramKernels<uint16_t>& GetHistogramKernels<uint16_t>();
-template const HistogramKernels<uint8_t>& GetReferenceHistogramKernels<uint8_t>();
-template const HistogramKernels<uint16_t>& GetReferenceHistogramKernels<uint16_t>();
+template ZX_API const HistogramKernels<uint8_t>& GetHistogramKernels<uint8_t>();
+template ZX_API const HistogramKernels<uint16_t>& GetHistogramKernels<uint16_t>();
+template ZX_API const HistogramKernels<uint8_t>& GetReferenceHistogramKernels<uint8_t>();
+template ZX_API const HistogramKernels<uint16_t>& GetReferenceHistogramKernels<uint16_t>();
 
 } // namespace zx
