@@ -269,16 +269,30 @@ constexpr uint32_t kDeep = 4096;
 constexpr size_t kStretch = size_t(1) << 14;  // pixels per choice of table
 constexpr size_t kPad16 = 32;                 // one cache line of 16-bit counters
 
-// Whether the first 64 pixels of a stretch repeat a channel's previous sample
-// at least 16 times (noise at 16 bits almost never does).
-template <size_t Channels, typename T>
+// Whether the first 64 pixels of a colour stretch repeat a channel's previous
+// sample at least 16 times (noise at 16 bits almost never does).
+template <typename T>
 bool RepeatsOften(const T* p, size_t n)
 {
     unsigned repeats = 0;
-    const size_t samples = std::min<size_t>(n, 64) * Channels;
-    for (size_t i = Channels; i < samples; ++i)
-        repeats += p[i] == p[i - Channels];
+    for (size_t i = 3; i < std::min<size_t>(n, 64) * 3; ++i)
+        repeats += p[i] == p[i - 3];
     return repeats >= 16;
+}
+
+// Whether the first 64 samples of a mono stretch spread over more than 4096
+// values. Narrower stretches (dark or flat scenes, few distinct values) touch
+// few enough 32-bit counters to keep them cached, and there the copies beat
+// narrow counters, which chain on values that recur within a few samples.
+template <typename T>
+bool SpreadsWide(const T* p, size_t n)
+{
+    uint32_t lo = p[0], hi = p[0];
+    for (size_t i = 1; i < std::min<size_t>(n, 64); ++i) {
+        lo = std::min<uint32_t>(lo, p[i]);
+        hi = std::max<uint32_t>(hi, p[i]);
+    }
+    return hi - lo > kDeep;
 }
 
 // n samples, Step apart, into 16-bit counters with their 32-bit wrap table.
@@ -338,7 +352,7 @@ void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size
         for (size_t at = 0; at < spans[s].n; at += deep ? kStretch : spans[s].n) {
             const size_t len = deep ? std::min(kStretch, spans[s].n - at) : spans[s].n;
             const T* q = p + at;
-            if (deep && !RepeatsOften<1>(q, len)) {
+            if (deep && SpreadsWide(q, len)) {
                 if (clamp)
                     CountNarrow<T, true, 1>(q, len, narrow.data(), local.data(), rawTop);
                 else
@@ -403,7 +417,7 @@ void ColourDeep(const T* data, size_t rowSamples, const HistogramSpan* spans, si
         for (size_t at = 0; at < spans[s].n; at += kStretch) {
             const size_t len = std::min(kStretch, spans[s].n - at);
             const T* q = p + 3 * at;
-            if (RepeatsOften<3>(q, len)) {
+            if (RepeatsOften(q, len)) {
                 if (clamp)
                     CountColour<T, true>(q, len, wide, t);
                 else
