@@ -107,6 +107,20 @@ uint64_t SumSse2(const uint8_t* p, size_t n)
     return sum;
 }
 
+// The store-bound rate of this machine: n counter increments, each one
+// read-modify-write instruction on its own counter (as the histogram kernels
+// issue them), never two nearby on one counter and all in the first-level
+// cache. A histogram that counts each sample once cannot beat it; counting
+// pairs of samples halves the increments but needs 64 KiB of counters, more
+// than the first-level cache of most cores.
+void IncrementsOnly(size_t n)
+{
+    static uint32_t counters[4096];
+    for (size_t i = 0; i + 4 <= n; i += 4)
+        for (size_t k = i; k < i + 4; ++k)
+            __asm__ volatile("addl $1, (%0,%1,4)" : : "r"(counters), "r"(k & 4095) : "memory");
+}
+
 // What any demosaic must do at least: read the raw frame once and write three
 // times its bytes, with no arithmetic. Plain or streaming stores, whichever is
 // faster here; OpenCV's time over this one is the highest speed-up a demosaic
@@ -270,6 +284,10 @@ void HistogramCase(const char* name, const cv::Mat& frame, uint32_t bits, int bi
     });
     const size_t read = circle ? size_t(hist.uiPixelCount) * frame.elemSize() : frame.total() * frame.elemSize();
     Report(name, w, h, ours, cvms, read, 0);
+    if (!circle && mono && bits == 8 && std::strstr(name, "random")) {
+        const double incs = MedianMs([&] { IncrementsOnly(frame.total()); });
+        Report(std::string("increments only: ") + name, w, h, incs, cvms, read, 0);
+    }
 }
 
 void DemosaicCase(const char* name, const cv::Mat& raw, uint32_t bits)
@@ -300,7 +318,17 @@ void LutCase(const char* name, cv::Mat& frame, uint32_t bits, bool withPeer)
     // so repeated in-place runs keep working on the same kind of data.
     CZxBaseMonoLUT lut{int(bits)};
     lut.UpdateLUT(SZxBasePropsI{-1.0, -1.0, 1.0}, int(bits));
-    const double t = MedianMs([&] { lut.ApplyLUT(&pb); });
+    // Colour frames: one inverting table per channel (channel tables, no mixing).
+    CZxBaseLUT colour{int(bits)};
+    SZxBaseProps props;
+    props.dGain = props.dOffset = -1.0;
+    colour.UpdateLUT(props, false, int(bits));
+    const double t = MedianMs([&] {
+        if (frame.channels() == 1)
+            lut.ApplyLUT(&pb);
+        else
+            colour.ApplyLUT(&pb);
+    });
     double c = 0;
     if (withPeer) {
         cv::Mat table(1, 256, CV_8U), out(frame.size(), frame.type());
@@ -670,6 +698,7 @@ int main(int argc, char** argv)
         LutCase("LUT 8 random", m8r, 8, true);
         LutCase("LUT 8 constant", m8c, 8, true);
         LutCase("LUT 16 random", m16r, 16, false);
+        LutCase("LUT colour 16 random", c16r, 16, false);
         MonoBinCase("mono binning 2x2 8 random", m8r, 8);
         MonoBinCase("mono binning 2x2 16 random", m16r, 16);
         BayerBinCase("Bayer binning 2x2 8", m8r, 8);
@@ -687,7 +716,8 @@ int main(int argc, char** argv)
     auto starts = [](const Result& r, const char* prefix) { return r.name.rfind(prefix, 0) == 0; };
     std::printf("\n");
     for (const Result& r : g_results) {
-        if (r.cv > 0) {
+        // "bytes only:" and "increments only:" rows are ceilings, not kernels.
+        if (r.cv > 0 && r.name.find(" only: ") == std::string::npos) {
             const double s = r.cv / r.ours;
             const bool deep = starts(r, "demosaic 16") || (starts(r, "histogram") && r.name.find(" 16 ") != std::string::npos);
             check(s >= 1.0, r, "speed-up " + std::to_string(s) + " < 1");

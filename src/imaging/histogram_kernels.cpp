@@ -242,6 +242,79 @@ uint32_t OrOf(const T* p, size_t n)
     return acc;
 }
 
+// ++table[k] on 16-bit counters, telling whether the counter wrapped to 0; one
+// instruction that addresses the counter itself, as IncrementWraps.
+inline bool IncrementWraps16(uint16_t* table, size_t k)
+{
+#if defined(__GNUC__) && defined(__x86_64__)
+    bool wrapped;
+    __asm__("addw $1, (%1,%2,2)" : "=@ccz"(wrapped) : "r"(table), "r"(k) : "memory");
+    return wrapped;
+#else
+    return ++table[k] == 0;
+#endif
+}
+
+// Deep ranges (above 4096 bins): tables of 32-bit counters (256 KiB per channel
+// for 16-bit samples) do not stay in the second-level cache beside the streamed
+// frame, and each increment that misses waits for the line. 16-bit counters
+// halve that footprint; a counter that wraps adds 65536 to a 32-bit table that is
+// touched only then. Colour counts one channel at a time over a stretch of
+// pixels, so only one channel's 128 KiB of counters is hot (and within the
+// first-level TLB's reach) while the stretch stays in the second-level cache.
+// Where neighbouring samples repeat (flat areas, saturation), one counter is hit
+// again and again, which the core forwards quickly only at full width: such
+// stretches count straight into 32-bit tables.
+constexpr uint32_t kDeep = 4096;
+constexpr size_t kStretch = size_t(1) << 14;  // pixels per choice of table
+constexpr size_t kPad16 = 32;                 // one cache line of 16-bit counters
+
+// Whether the first 64 pixels of a colour stretch repeat a channel's previous
+// sample at least 16 times (noise at 16 bits almost never does).
+template <typename T>
+bool RepeatsOften(const T* p, size_t n)
+{
+    unsigned repeats = 0;
+    for (size_t i = 3; i < std::min<size_t>(n, 64) * 3; ++i)
+        repeats += p[i] == p[i - 3];
+    return repeats >= 16;
+}
+
+// Whether the first 64 samples of a mono stretch spread over more than 4096
+// values. Narrower stretches (dark or flat scenes, few distinct values) touch
+// few enough 32-bit counters to keep them cached, and there the copies beat
+// narrow counters, which chain on values that recur within a few samples.
+template <typename T>
+bool SpreadsWide(const T* p, size_t n)
+{
+    uint32_t lo = p[0], hi = p[0];
+    for (size_t i = 1; i < std::min<size_t>(n, 64); ++i) {
+        lo = std::min<uint32_t>(lo, p[i]);
+        hi = std::max<uint32_t>(hi, p[i]);
+    }
+    return hi - lo > kDeep;
+}
+
+// n samples, Step apart, into 16-bit counters with their 32-bit wrap table.
+template <typename T, bool Clamp, size_t Step>
+void CountNarrow(const T* p, size_t n, uint16_t* narrow, uint32_t* wide, uint32_t top)
+{
+    auto count = [=](uint32_t v) {
+        const size_t k = Clamp ? std::min(v, top) : v;
+        if (Rarely(IncrementWraps16(narrow, k)))
+            wide[k] += 65536;
+    };
+    size_t i = 0;
+    for (; i + 4 <= n; i += 4, p += 4 * Step) {
+        count(p[0]);
+        count(p[Step]);
+        count(p[2 * Step]);
+        count(p[3 * Step]);
+    }
+    for (; i < n; ++i, p += Step)
+        count(p[0]);
+}
+
 template <typename T>
 void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size_t count, uint32_t* bins,
               unsigned shift, uint32_t top)
@@ -251,6 +324,9 @@ void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size
     const size_t stride = size_t(rawTop) + 1 + kPad;
     const size_t copies = MonoCopies(size_t(rawTop) + 1);
     std::vector<uint32_t> local(copies * stride, 0);
+    // Deep ranges: 16-bit counters, with the first 32-bit copy as their wrap table.
+    const bool deep = rawTop >= kDeep;
+    std::vector<uint16_t> narrow(deep ? size_t(rawTop) + 1 + kPad16 : 0, 0);
     size_t total = 0;
     for (size_t s = 0; s < count; ++s)
         total += spans[s].n;
@@ -273,21 +349,28 @@ void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size
     for (size_t s = 0; s < count && !counted; ++s) {
         const T* p = data + spans[s].y * rowSamples + spans[s].x0;
         const bool clamp = rawTop < maxRaw && (!pow2 || (OrOf(p, spans[s].n) & ~rawTop) != 0);
-        if (clamp)
-            CountMonoCopies<T, true>(p, spans[s].n, local.data(), stride, rawTop, copies);
-        else
-            CountMonoCopies<T, false>(p, spans[s].n, local.data(), stride, rawTop, copies);
+        for (size_t at = 0; at < spans[s].n; at += deep ? kStretch : spans[s].n) {
+            const size_t len = deep ? std::min(kStretch, spans[s].n - at) : spans[s].n;
+            const T* q = p + at;
+            if (deep && SpreadsWide(q, len)) {
+                if (clamp)
+                    CountNarrow<T, true, 1>(q, len, narrow.data(), local.data(), rawTop);
+                else
+                    CountNarrow<T, false, 1>(q, len, narrow.data(), local.data(), rawTop);
+            } else if (clamp) {
+                CountMonoCopies<T, true>(q, len, local.data(), stride, rawTop, copies);
+            } else {
+                CountMonoCopies<T, false>(q, len, local.data(), stride, rawTop, copies);
+            }
+        }
     }
     for (uint32_t v = 0; v <= rawTop; ++v) {
-        uint32_t sum = 0;
+        uint32_t sum = deep ? narrow[v] : 0;
         for (size_t k = 0; k < copies; ++k)
             sum += local[k * stride + v];
         bins[std::min(v >> shift, top)] += sum;
     }
 }
-
-// Above this many bins per channel the colour counts take the deep path.
-constexpr uint32_t kDeepColour = 4096;
 
 template <typename T, bool Clamp>
 void CountColour(const T* p, size_t n, uint32_t* const c[6], const uint32_t tops[3])
@@ -311,58 +394,6 @@ void CountColour(const T* p, size_t n, uint32_t* const c[6], const uint32_t tops
     }
 }
 
-// ++table[k] on 16-bit counters, telling whether the counter wrapped to 0; one
-// instruction that addresses the counter itself, as IncrementWraps.
-inline bool IncrementWraps16(uint16_t* table, size_t k)
-{
-#if defined(__GNUC__) && defined(__x86_64__)
-    bool wrapped;
-    __asm__("addw $1, (%1,%2,2)" : "=@ccz"(wrapped) : "r"(table), "r"(k) : "memory");
-    return wrapped;
-#else
-    return ++table[k] == 0;
-#endif
-}
-
-// Deep colour ranges: three tables of 32-bit counters (768 KiB for 16-bit
-// samples) do not stay in the second-level cache beside the streamed frame, and
-// each increment that misses waits for the line. 16-bit counters halve that
-// footprint; a counter that wraps adds 65536 to a 32-bit table that is touched
-// only then. Where neighbouring samples repeat (flat areas, saturation), one
-// counter is hit again and again, which the core forwards quickly only at full
-// width: such stretches count straight into the 32-bit tables.
-constexpr size_t kColourStretch = size_t(1) << 14;  // pixels per choice of table
-constexpr size_t kPad16 = 32;                         // one cache line of 16-bit counters
-
-// Whether the first 64 pixels of a stretch repeat a channel's previous sample
-// at least 16 times (noise at 16 bits almost never does).
-template <typename T>
-bool RepeatsOften(const T* p, size_t n)
-{
-    unsigned repeats = 0;
-    for (size_t i = 1; i < std::min<size_t>(n, 64); ++i)
-        for (int k = 0; k < 3; ++k)
-            repeats += p[3 * i + k] == p[3 * i + k - 3];
-    return repeats >= 16;
-}
-
-template <typename T, bool Clamp>
-void CountColourNarrow(const T* p, size_t n, uint16_t* const narrow[3], uint32_t* const wide[3],
-                       const uint32_t tops[3])
-{
-    auto idx = [](uint32_t v, uint32_t t) { return Clamp ? std::min(v, t) : v; };
-    const uint32_t t0 = tops[0], t1 = tops[1], t2 = tops[2];
-    for (size_t i = 0; i < n; ++i, p += 3) {
-        const size_t a = idx(p[0], t0), b = idx(p[1], t1), c = idx(p[2], t2);
-        if (Rarely(IncrementWraps16(narrow[0], a)))
-            wide[0][a] += 65536;
-        if (Rarely(IncrementWraps16(narrow[1], b)))
-            wide[1][b] += 65536;
-        if (Rarely(IncrementWraps16(narrow[2], c)))
-            wide[2][c] += 65536;
-    }
-}
-
 template <typename T>
 void ColourDeep(const T* data, size_t rowSamples, const HistogramSpan* spans, size_t count,
                 uint32_t* const bins[3], const uint32_t t[3], bool clamp)
@@ -383,18 +414,20 @@ void ColourDeep(const T* data, size_t rowSamples, const HistogramSpan* spans, si
     }
     for (size_t s = 0; s < count; ++s) {
         const T* p = data + spans[s].y * rowSamples + size_t(spans[s].x0) * 3;
-        for (size_t at = 0; at < spans[s].n; at += kColourStretch) {
-            const size_t len = std::min(kColourStretch, spans[s].n - at);
+        for (size_t at = 0; at < spans[s].n; at += kStretch) {
+            const size_t len = std::min(kStretch, spans[s].n - at);
             const T* q = p + 3 * at;
             if (RepeatsOften(q, len)) {
                 if (clamp)
                     CountColour<T, true>(q, len, wide, t);
                 else
                     CountColour<T, false>(q, len, wide, t);
-            } else if (clamp) {
-                CountColourNarrow<T, true>(q, len, narrow, wide, t);
             } else {
-                CountColourNarrow<T, false>(q, len, narrow, wide, t);
+                for (int c = 0; c < 3; ++c)
+                    if (clamp)
+                        CountNarrow<T, true, 3>(q + c, len, narrow[c], wide[c], t[c]);
+                    else
+                        CountNarrow<T, false, 3>(q + c, len, narrow[c], wide[c], t[c]);
             }
         }
     }
@@ -415,7 +448,7 @@ void ColourFast(const T* data, size_t rowSamples, const HistogramSpan* spans, si
         t[c] = std::min(tops[c], maxRaw);
         clamp = clamp || t[c] < maxRaw;
     }
-    if (std::max({t[0], t[1], t[2]}) >= kDeepColour) {
+    if (std::max({t[0], t[1], t[2]}) >= kDeep) {
         ColourDeep(data, rowSamples, spans, count, bins, t, clamp);
         return;
     }
@@ -449,6 +482,9 @@ const HistogramKernels<T> kReference{&MonoRef<T>, &ColourRef<T>};
 template <typename T>
 const HistogramKernels<T> kFast{&MonoFast<T>, &ColourFast<T>};
 
+template <typename T>
+const HistogramKernels<T> kByLevel[kKernelLevels] = {kReference<T>, kFast<T>, kFast<T>, kFast<T>};
+
 } // namespace
 
 template <typename T>
@@ -460,12 +496,12 @@ const HistogramKernels<T>& GetReferenceHistogramKernels()
 template <typename T>
 const HistogramKernels<T>& GetHistogramKernels()
 {
-    return KernelLevel() == ZX_KERNELS_REFERENCE ? kReference<T> : kFast<T>;
+    return PickKernels(kByLevel<T>);
 }
 
-template const HistogramKernels<uint8_t>& GetHistogramKernels<uint8_t>();
-template const HistogramKernels<uint16_t>& GetHistogramKernels<uint16_t>();
-template const HistogramKernels<uint8_t>& GetReferenceHistogramKernels<uint8_t>();
-template const HistogramKernels<uint16_t>& GetReferenceHistogramKernels<uint16_t>();
+template ZX_API const HistogramKernels<uint8_t>& GetHistogramKernels<uint8_t>();
+template ZX_API const HistogramKernels<uint16_t>& GetHistogramKernels<uint16_t>();
+template ZX_API const HistogramKernels<uint8_t>& GetReferenceHistogramKernels<uint8_t>();
+template ZX_API const HistogramKernels<uint16_t>& GetReferenceHistogramKernels<uint16_t>();
 
 } // namespace zx

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "zx/export.h"
+
 namespace zx {
 
 /// n samples (mono) or pixels (colour) from column x0 of row y.
@@ -27,10 +29,10 @@ struct HistogramKernels {
 
 /// The kernels of the current level (see ZX_SetKernelLevel).
 template <typename T>
-const HistogramKernels<T>& GetHistogramKernels();
+ZX_API const HistogramKernels<T>& GetHistogramKernels();
 
 /// The plain per-sample kernels (last fallback, and the reference for tests).
 template <typename T>
-const HistogramKernels<T>& GetReferenceHistogramKernels();
+ZX_API const HistogramKernels<T>& GetReferenceHistogramKernels();
 
 } // namespace zx

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "zx/export.h"
+
 namespace zx {
 
 /// Every kernel indexes its table by min(sample, last), so no sample reads past it.
@@ -21,9 +23,9 @@ struct LutKernels {
 };
 
 /// The kernels of the current level (see ZX_SetKernelLevel).
-const LutKernels& GetLutKernels();
+ZX_API const LutKernels& GetLutKernels();
 /// The level-independent per-sample kernels.
-const LutKernels& GetReferenceLutKernels();
+ZX_API const LutKernels& GetReferenceLutKernels();
 
 namespace avx2 {
 /// 8-bit mono lookup with byte shuffles; null when the build cannot target AVX2.

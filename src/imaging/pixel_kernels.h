@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <initializer_list>
 
+#include "zx/export.h"
+
 namespace zx {
 
 template <typename T>
@@ -17,9 +19,14 @@ struct PixelKernels {
     void (*BayerBin2)(const T* src, T* dst, uint32_t w, uint32_t h, int type);
 };
 
-/// The kernels of the current level (see ZX_SetKernelLevel).
+/// The kernels of the current level (see ZX_SetKernelLevel); T is uint8_t or
+/// uint16_t. Exported, as the other families' getters, for the library's tests.
 template <typename T>
-const PixelKernels<T>& GetPixelKernels();
+ZX_API const PixelKernels<T>& GetPixelKernels();
+
+/// The per-pixel kernels (the reference level, and the reference for tests).
+template <typename T>
+ZX_API const PixelKernels<T>& GetReferencePixelKernels();
 
 namespace sse2 {
 const PixelKernels<uint8_t>* Kernels8();

@@ -169,23 +169,25 @@ TEST(Histogram, LargeFramesCountExactlyWhateverTheContent)
 {
     // Large whole 8-bit mono frames count pairs of samples into narrow or
     // full-width tables, chosen per stretch of 2^16 samples by its content;
-    // 16-bit colour frames count into 16-bit or 32-bit counters, chosen per
-    // stretch of 2^14 pixels. Noise, a flat stretch, noise with a pair recurring
-    // every eighth pair (its narrow counter wraps many times) and a two-value
-    // pattern (in colour: long enough for its 16-bit counters to wrap) follow
-    // each other, over an odd sample count that ends inside a stretch.
+    // 16-bit frames count into 16-bit or 32-bit counters, chosen per stretch of
+    // 2^14 pixels. Noise, a flat stretch, noise with a pair recurring every
+    // eighth pair (its narrow counter wraps many times) and a two-value pattern
+    // (at 16 bits: long enough for its 16-bit counters to wrap) follow each
+    // other, over an odd sample count that ends inside a stretch.
     struct Case { uint32_t w, h, bits, comp; unsigned stretchBits; };
-    for (const Case c : {Case{641, 419, 8, 1, 16}, Case{701, 403, 16, 3, 14}}) {
+    for (const Case c : {Case{641, 419, 8, 1, 16}, Case{641, 419, 16, 1, 14}, Case{701, 403, 16, 3, 14}}) {
         auto frame = zxtest::RandomFrame(c.w, c.h, c.bits, c.comp, 77);
         SZxPicBuf pb;
         frame->GetPicBuf(&pb);
+        // Far apart at 16 bits, so the pattern is counted as widely spread values.
+        const uint32_t high = c.bits > 8 ? 60000 : 200;
         for (size_t i = 0; i < size_t(c.w) * c.h * c.comp; ++i) {
             const size_t pixel = i / c.comp;
             uint32_t v = zxtest::SampleAt(pb, i);
             switch ((pixel >> c.stretchBits) % 4) {
             case 1: v = 77; break;
-            case 2: if (c.comp == 1 && i % 16 < 2) v = i % 2 ? 9 : 7; else if (c.comp == 3) v = pixel % 2 ? 3 : 200; break;
-            case 3: v = pixel % 2 ? 3 : 200; break;
+            case 2: if (c.bits == 8 && i % 16 < 2) v = i % 2 ? 9 : 7; else if (c.bits > 8) v = pixel % 2 ? 3 : high; break;
+            case 3: v = pixel % 2 ? 3 : high; break;
             default: break;
             }
             if (c.bits > 8) static_cast<uint16_t*>(pb.pData)[i] = uint16_t(v);

@@ -1,0 +1,96 @@
+// Every level's kernels against the reference kernels, called directly on data
+// large or odd enough to take the paths small frames never reach (streaming
+// stores, vector bodies with tails, clamped and full tables).
+#include <cstring>
+#include <random>
+#include <vector>
+
+#include "imaging/lut_kernels.h"
+#include "imaging/pixel_kernels.h"
+#include "zx_levels.h"
+
+namespace {
+
+template <typename T>
+std::vector<T> Random(size_t n, uint32_t mask, uint32_t seed)
+{
+    std::mt19937 rng(seed);
+    std::vector<T> v(n);
+    for (T& x : v) x = T(rng() & mask);
+    return v;
+}
+
+template <typename T>
+void ExpectPixelKernelsMatchTheReference()
+{
+    // A destination above 16 MiB is written with streaming stores on wide levels;
+    // the odd width makes the rows' output alignment differ from row to row.
+    const uint32_t w = 2401, h = 2400, bw = 1200, bh = 1200;
+    const std::vector<T> raw = Random<T>(size_t(w) * h, sizeof(T) == 1 ? 0xFF : 0xFFFF, 7);
+    const zx::PixelKernels<T>& ref = zx::GetReferencePixelKernels<T>();
+    std::vector<T> want(size_t(w) * h * 3), got(want.size());
+    ref.Demosaic(raw.data(), want.data(), w, h, 3, 0, h);
+    std::vector<T> wantMono(size_t(bw) * bh), gotMono(wantMono.size());
+    ref.MonoBin2(raw.data(), wantMono.data(), bw, bh);
+    std::vector<T> wantBayer(size_t(bw) * bh * 3), gotBayer(wantBayer.size());
+    ref.BayerBin2(raw.data(), wantBayer.data(), bw, bh, 4);
+    zxtest::ForEachKernelLevel([&](int) {
+        const zx::PixelKernels<T>& k = zx::GetPixelKernels<T>();
+        std::fill(got.begin(), got.end(), T(0));
+        k.Demosaic(raw.data(), got.data(), w, h, 3, 0, h);
+        ASSERT_TRUE(got == want) << "demosaic, " << 8 * sizeof(T) << " bits";
+        k.MonoBin2(raw.data(), gotMono.data(), bw, bh);
+        ASSERT_TRUE(gotMono == wantMono) << "mono binning, " << 8 * sizeof(T) << " bits";
+        k.BayerBin2(raw.data(), gotBayer.data(), bw, bh, 4);
+        ASSERT_TRUE(gotBayer == wantBayer) << "Bayer binning, " << 8 * sizeof(T) << " bits";
+    });
+}
+
+} // namespace
+
+TEST(KernelLevels, PixelKernelsMatchTheReferenceOnFramesBeyondTheCache)
+{
+    ExpectPixelKernelsMatchTheReference<uint8_t>();
+    ExpectPixelKernelsMatchTheReference<uint16_t>();
+}
+
+// Tables of every depth, full and shorter than the samples' range (those samples
+// take the last entry), over counts that end inside any vector width.
+TEST(KernelLevels, LutKernelsMatchTheReference)
+{
+    const zx::LutKernels& ref = zx::GetReferenceLutKernels();
+    uint32_t seed = 1;
+    for (const uint32_t last : {255u, 100u, 4095u, 65535u, 30000u})
+        for (const size_t n : {size_t(1), size_t(31), size_t(100003)}) {
+            SCOPED_TRACE(::testing::Message() << "last " << last << ", " << n << " pixels");
+            const std::vector<uint16_t> table = Random<uint16_t>(size_t(last) + 1, 0xFFFF, seed++);
+            std::vector<int32_t> pairs[3];
+            for (auto& p : pairs) {
+                p = Random<int32_t>(2 * (size_t(last) + 1), 0x7FFFF, seed++);
+                for (int32_t& e : p) e -= 0x20000;
+            }
+            const uint16_t* tables[3] = {table.data(), table.data() + last / 3, table.data() + last / 2};
+            const int32_t* pairPtrs[3] = {pairs[0].data(), pairs[1].data(), pairs[2].data()};
+            const std::vector<uint16_t> in16 = Random<uint16_t>(3 * n, last > 255 ? 0xFFFF : 0x1FF, seed++);
+            std::vector<uint8_t> in8(in16.begin(), in16.end());
+            const uint32_t last3 = last - last / 2;  // every channel's table ends inside `table`
+            zxtest::ForEachKernelLevel([&](int) {
+                const zx::LutKernels& k = zx::GetLutKernels();
+                auto check = [&](auto kernel, auto refKernel, auto data, size_t count, auto... args) {
+                    auto want = data, got = data;
+                    refKernel(want.data(), count, args...);
+                    kernel(got.data(), count, args...);
+                    return got == want;
+                };
+                const int32_t maxOut = last > 255 ? 65535 : 255;
+                if (last <= 255) {
+                    EXPECT_TRUE(check(k.Map8, ref.Map8, in8, 3 * n, table.data(), last)) << "Map8";
+                    EXPECT_TRUE(check(k.Map8x3, ref.Map8x3, in8, n, tables, last3)) << "Map8x3";
+                    EXPECT_TRUE(check(k.Pair8, ref.Pair8, in8, n, pairPtrs, last, maxOut)) << "Pair8";
+                }
+                EXPECT_TRUE(check(k.Map16, ref.Map16, in16, 3 * n, table.data(), last)) << "Map16";
+                EXPECT_TRUE(check(k.Map16x3, ref.Map16x3, in16, n, tables, last3)) << "Map16x3";
+                EXPECT_TRUE(check(k.Pair16, ref.Pair16, in16, n, pairPtrs, last, maxOut)) << "Pair16";
+            });
+        }
+}
