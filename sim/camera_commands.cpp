@@ -26,11 +26,9 @@ void CZxSimCamera::BuildCommands()
 
 int CZxSimCamera::CommandGetDesc_WRP(const wchar_t* name, SZxGrabberCommandDesc01& desc)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(std::wstring(L"CommandGetDesc_WRP(") + (name ? name : L"null") + L")");
-    int status = 0;
-    if (Failing(L"CommandGetDesc_WRP", status))
-        return status;
+    COperation op(*this, L"CommandGetDesc_WRP", Arg(name));
+    if (const auto failure = op.Planned())
+        return *failure;
     for (const auto& c : m_commands)
         if (name && c.name == name) {
             desc = SZxGrabberCommandDesc01(c.name.c_str(), c.text.c_str(), true, true,
@@ -43,14 +41,13 @@ int CZxSimCamera::CommandGetDesc_WRP(const wchar_t* name, SZxGrabberCommandDesc0
 int CZxSimCamera::Command_WRP(SZxGrabberCommandValue& value, bool bAsync, SZxStateChangeInfo* info,
                               bool bCheckOnly, CZxGrabberSample01** ppSample)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"Command_WRP(" + value.m_wstrName.Std() + L", " + VariantText(value.m_varValue) +
-        (bAsync ? L", async" : L"") + (bCheckOnly ? L", check only" : L"") + L")");
+    COperation op(*this, L"Command_WRP",
+                  value.m_wstrName.Std() + L", " + VariantText(value.m_varValue) + (bAsync ? L", async" : L"") +
+                      (bCheckOnly ? L", check only" : L""));
     if (ppSample)
         *ppSample = nullptr;
-    int status = 0;
-    if (Failing(L"Command_WRP", status))
-        return status;
+    if (const auto failure = op.Planned())
+        return *failure;
     const std::wstring& name = value.m_wstrName.Std();
     const auto cmd = std::find_if(m_commands.begin(), m_commands.end(),
                                   [&](const SCommand& c) { return c.name == name; });
@@ -100,11 +97,9 @@ int CZxSimCamera::Command_WRP(SZxGrabberCommandValue& value, bool bAsync, SZxSta
 
 int CZxSimCamera::Command_Status_WRP(const wchar_t* name, double& progress, CZxStringW& text)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(std::wstring(L"Command_Status_WRP(") + (name ? name : L"null") + L")");
-    int status = 0;
-    if (Failing(L"Command_Status_WRP", status))
-        return status;
+    COperation op(*this, L"Command_Status_WRP", Arg(name));
+    if (const auto failure = op.Planned())
+        return *failure;
     if (!name || std::none_of(m_commands.begin(), m_commands.end(),
                               [&](const SCommand& c) { return c.name == name; }))
         return ZX_E_FAIL;
@@ -121,11 +116,9 @@ int CZxSimCamera::Command_Status_WRP(const wchar_t* name, double& progress, CZxS
 
 int CZxSimCamera::Command_Abort_WRP()
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"Command_Abort_WRP()");
-    int status = 0;
-    if (Failing(L"Command_Abort_WRP", status))
-        return status;
+    COperation op(*this, L"Command_Abort_WRP");
+    if (const auto failure = op.Planned())
+        return *failure;
     StopCommand();
     return ZX_OK;
 }
@@ -188,7 +181,6 @@ void CZxSimCamera::SetGeneralCallback(PFN_ZxGeneralCallback callback, void* cont
 
 int CZxSimCamera::FireGeneralCallback(int code, void* data)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"FireGeneralCallback(" + Num(code) + L")");
+    const COperation op(*this, L"FireGeneralCallback", Num(code));
     return m_pfnCallback ? m_pfnCallback(m_pCallbackContext, code, data) : 0;
 }

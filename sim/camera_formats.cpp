@@ -86,11 +86,9 @@ SZxGrabberFormatValue CZxSimCamera::CurrentFormat(int set) const
 
 int CZxSimCamera::FormatNext_WRP(SZxGrabberFormatValue& format)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"FormatNext_WRP(" + format.m_wstrName.Std() + L")");
-    int status = 0;
-    if (Failing(L"FormatNext_WRP", status))
-        return status;
+    COperation op(*this, L"FormatNext_WRP", format.m_wstrName.Std());
+    if (const auto failure = op.Planned())
+        return *failure;
     size_t next = 0;
     if (!format.m_wstrName.IsEmpty()) {
         const SZxGrabberFormatValue* f = FindFormat(format.m_wstrName);
@@ -106,11 +104,9 @@ int CZxSimCamera::FormatNext_WRP(SZxGrabberFormatValue& format)
 
 int CZxSimCamera::FormatGet_WRP(uint32_t mode, SZxGrabberFormatValue& format)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"FormatGet_WRP(" + Num(mode) + L")");
-    int status = 0;
-    if (Failing(L"FormatGet_WRP", status))
-        return status;
+    COperation op(*this, L"FormatGet_WRP", Num(mode));
+    if (const auto failure = op.Planned())
+        return *failure;
     format = CurrentFormat(SetIndex(mode));
     return ZX_OK;
 }
@@ -118,11 +114,10 @@ int CZxSimCamera::FormatGet_WRP(uint32_t mode, SZxGrabberFormatValue& format)
 int CZxSimCamera::FormatSet_WRP(uint32_t mode, const SZxGrabberFormatValue& format, SZxStateChangeInfo* info,
                                 bool bCheckOnly)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"FormatSet_WRP(" + Num(mode) + L", " + format.m_wstrName.Std() + (bCheckOnly ? L", check only)" : L")"));
-    int status = 0;
-    if (Failing(L"FormatSet_WRP", status))
-        return status;
+    COperation op(*this, L"FormatSet_WRP",
+                  Num(mode) + L", " + format.m_wstrName.Std() + (bCheckOnly ? L", check only" : L""));
+    if (const auto failure = op.Planned())
+        return *failure;
     if (!FindFormat(format.m_wstrName))
         return ZX_E_FAIL;
     if (bCheckOnly)
@@ -140,11 +135,9 @@ int CZxSimCamera::FormatSet_WRP(uint32_t mode, const SZxGrabberFormatValue& form
 int CZxSimCamera::FormatGetFromSettings_WRP(uint32_t mode, const SZxGrabberCameraSettings& settings,
                                             SZxGrabberFormatValue& format)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"FormatGetFromSettings_WRP(" + Num(mode) + L")");
-    int status = 0;
-    if (Failing(L"FormatGetFromSettings_WRP", status))
-        return status;
+    COperation op(*this, L"FormatGetFromSettings_WRP", Num(mode));
+    if (const auto failure = op.Planned())
+        return *failure;
     const int set = SetIndex(mode);
     const uint32_t m = set == 1 ? ZX_MODE_QUALITY : ZX_MODE_FAST;
     const SZxGrabberFormatValue* f =

@@ -2,6 +2,8 @@
 #pragma once
 #include <algorithm>
 #include <map>
+#include <mutex>
+#include <optional>
 #include <string>
 
 #include "zxsim/camera.h"
@@ -23,9 +25,28 @@ namespace simcam {
 std::wstring VariantText(const CZxVariant& v);
 /// A number as the call log shows it.
 std::wstring Num(long long n);
+/// A name as the call log shows it; "null" for none.
+inline std::wstring Arg(const wchar_t* name) { return name ? name : L"null"; }
 } // namespace simcam
+using simcam::Arg;
 using simcam::Num;
 using simcam::VariantText;
+
+/// What every provider operation opens with: the camera's lock for the whole
+/// operation and its line in the call log, "Name(arguments)". An operation that
+/// returns a status then asks Planned whether FailNext planned its failure.
+class CZxSimCamera::COperation {
+public:
+    COperation(CZxSimCamera& camera, const wchar_t* name, const std::wstring& arguments = std::wstring());
+    /// The status FailNext planned for this operation, taken once: the operation
+    /// returns it and changes nothing. Empty when none is planned.
+    std::optional<int> Planned();
+
+private:
+    CZxSimCamera& m_camera;
+    const wchar_t* m_name;
+    std::lock_guard<std::recursive_mutex> m_lock;
+};
 
 /// One row of the property table.
 struct CZxSimCamera::SProperty {

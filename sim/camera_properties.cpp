@@ -370,11 +370,9 @@ void CZxSimCamera::Store(const SProperty& p, int set, const CZxVariant& v)
 
 int CZxSimCamera::PropGetDesc_WRP(uint32_t mode, const wchar_t* name, SZxGrabberPropertyDesc01& desc)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"PropGetDesc_WRP(" + Num(mode) + L", " + (name ? name : L"null") + L")");
-    int status = 0;
-    if (Failing(L"PropGetDesc_WRP", status))
-        return status;
+    COperation op(*this, L"PropGetDesc_WRP", Num(mode) + L", " + Arg(name));
+    if (const auto failure = op.Planned())
+        return *failure;
     const SProperty* p = FindProperty(name);
     if (!p)
         return ZX_E_FAIL;
@@ -385,11 +383,9 @@ int CZxSimCamera::PropGetDesc_WRP(uint32_t mode, const wchar_t* name, SZxGrabber
 
 int CZxSimCamera::PropGetSingle_WRP(uint32_t mode, SZxGrabberPropertyValue& value)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"PropGetSingle_WRP(" + Num(mode) + L", " + value.m_wstrName.Std() + L")");
-    int status = 0;
-    if (Failing(L"PropGetSingle_WRP", status))
-        return status;
+    COperation op(*this, L"PropGetSingle_WRP", Num(mode) + L", " + value.m_wstrName.Std());
+    if (const auto failure = op.Planned())
+        return *failure;
     const SProperty* p = FindProperty(value.m_wstrName);
     if (!p)
         return ZX_E_FAIL;
@@ -405,11 +401,9 @@ int CZxSimCamera::PropGetSingle_WRP(uint32_t mode, SZxGrabberPropertyValue& valu
 
 int CZxSimCamera::PropGetDefaultSingle_WRP(uint32_t mode, SZxGrabberPropertyValue& value)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"PropGetDefaultSingle_WRP(" + Num(mode) + L", " + value.m_wstrName.Std() + L")");
-    int status = 0;
-    if (Failing(L"PropGetDefaultSingle_WRP", status))
-        return status;
+    COperation op(*this, L"PropGetDefaultSingle_WRP", Num(mode) + L", " + value.m_wstrName.Std());
+    if (const auto failure = op.Planned())
+        return *failure;
     const SProperty* p = FindProperty(value.m_wstrName);
     if (!p || !p->bSetting)
         return ZX_E_FAIL;
@@ -419,11 +413,9 @@ int CZxSimCamera::PropGetDefaultSingle_WRP(uint32_t mode, SZxGrabberPropertyValu
 
 int CZxSimCamera::PropState_WRP(uint32_t mode, const SZxGrabberPropertyDesc01& desc, uint32_t& state)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"PropState_WRP(" + Num(mode) + L", " + desc.m_wstrName.Std() + L")");
-    int status = 0;
-    if (Failing(L"PropState_WRP", status))
-        return status;
+    COperation op(*this, L"PropState_WRP", Num(mode) + L", " + desc.m_wstrName.Std());
+    if (const auto failure = op.Planned())
+        return *failure;
     const SProperty* p = FindProperty(desc.m_wstrName);
     if (!p) {
         // Commands are always there to be run, as a real driver reports them;
@@ -441,14 +433,12 @@ int CZxSimCamera::PropState_WRP(uint32_t mode, const SZxGrabberPropertyDesc01& d
 int CZxSimCamera::PropSet_WRP(uint32_t mode, const CZxVector_SZxGrabberPropertyValue& values,
                               SZxStateChangeInfo* info, bool bCheckOnly)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    std::wstring line = L"PropSet_WRP(" + Num(mode);
+    std::wstring args = Num(mode);
     for (const auto& v : values)
-        line += L", " + v.m_wstrName.Std() + L"=" + VariantText(v.m_varValue);
-    Log(line + (bCheckOnly ? L", check only)" : L")"));
-    int status = 0;
-    if (Failing(L"PropSet_WRP", status))
-        return status;
+        args += L", " + v.m_wstrName.Std() + L"=" + VariantText(v.m_varValue);
+    COperation op(*this, L"PropSet_WRP", args + (bCheckOnly ? L", check only" : L""));
+    if (const auto failure = op.Planned())
+        return *failure;
 
     const int set = SetIndex(mode);
     // Check everything first: a write is taken whole or not at all. Values of

@@ -143,6 +143,7 @@ private:
     struct SCommand;
     struct SNamedSetting;
     struct SSnapshot;
+    class COperation;
     enum { kSets = 2 };
 
     void BuildProperties();
@@ -153,7 +154,6 @@ private:
     /// Asks a running command to stop and waits for its thread.
     void StopCommand();
     void Log(const std::wstring& line);
-    bool Failing(const wchar_t* operation, int& status);
     int SetIndex(uint32_t mode) const;
 
     const SProperty* FindProperty(const wchar_t* name) const;
