@@ -79,7 +79,7 @@ SZxGrabberFormatValue CZxSimCamera::Effective(const SZxGrabberFormatValue& base,
 SZxGrabberFormatValue CZxSimCamera::CurrentFormat(int set) const
 {
     const SZxGrabberFormatValue* f = FindFormat(m_format[set].c_str());
-    return Effective(f ? *f : DefaultFormat(set), static_cast<int32_t>(NumberOf(L"SensorMode", set)));
+    return Effective(f ? *f : DefaultFormat(set), static_cast<int32_t>(NumberOf(zxsim::kPropSensorMode, set)));
 }
 
 // ---- Provider operations ----------------------------------------------------------
@@ -98,7 +98,7 @@ int CZxSimCamera::FormatNext_WRP(SZxGrabberFormatValue& format)
     }
     if (next >= m_formats.size())
         return 1;
-    format = Effective(m_formats[next], static_cast<int32_t>(NumberOf(L"SensorMode", SetIndex(0))));
+    format = Effective(m_formats[next], static_cast<int32_t>(NumberOf(zxsim::kPropSensorMode, SetIndex(0))));
     return ZX_OK;
 }
 
@@ -145,11 +145,11 @@ int CZxSimCamera::FormatGetFromSettings_WRP(uint32_t mode, const SZxGrabberCamer
                                                            : m_format[set].c_str());
     if (!f)
         return ZX_E_FAIL;
-    double sensorMode = NumberOf(L"SensorMode", set);
+    double sensorMode = NumberOf(zxsim::kPropSensorMode, set);
     const SZxGrabberPropertyValue* v = settings.m_uiMask & ZX_SETTINGS_PROPERTIES
-                                           ? settings.Props(m).Find(L"SensorMode") : nullptr;
+                                           ? settings.Props(m).Find(zxsim::kPropSensorMode) : nullptr;
     CZxVariant coerced;
-    if (v && Coerce(*FindProperty(L"SensorMode"), set, v->m_varValue, coerced))
+    if (v && Coerce(*FindProperty(zxsim::kPropSensorMode), set, v->m_varValue, coerced))
         sensorMode = coerced.GetDouble();
     format = Effective(*f, static_cast<int32_t>(sensorMode));
     return ZX_OK;

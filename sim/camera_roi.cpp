@@ -69,9 +69,9 @@ int CZxSimCamera::UserParamGet(const wchar_t* name, CZxVariant& value)
     if (const auto failure = op.Planned())
         return *failure;
     const std::wstring n = name ? name : L"";
-    if (n == L"PredefinedROIArray")
+    if (n == zxsim::kParamPredefinedROIs)
         value = m_varPredefinedROIs;
-    else if (n == L"IsQualityLivePossible")
+    else if (n == zxsim::kParamQualityLivePossible)
         value = true;
     else
         return ZX_E_NOTSUPPORTED;
@@ -83,7 +83,7 @@ int CZxSimCamera::UserParamSet(const wchar_t* name, const CZxVariant& value)
     COperation op(*this, L"UserParamSet", Arg(name) + L", " + VariantText(value));
     if (const auto failure = op.Planned())
         return *failure;
-    if (!name || std::wstring(name) != L"PredefinedROIArray")
+    if (!name || std::wstring(name) != zxsim::kParamPredefinedROIs)
         return ZX_E_NOTSUPPORTED;
     if (!value.IsArray())
         return ZX_E_FAIL;
@@ -96,7 +96,7 @@ int CZxSimCamera::UserParamQuery(const wchar_t* name, void* record, uint32_t cbR
     COperation op(*this, L"UserParamQuery", Arg(name));
     if (const auto failure = op.Planned())
         return *failure;
-    if (!name || std::wstring(name) != L"DefineRoiQuery")
+    if (!name || std::wstring(name) != zxsim::kParamDefineRoiQuery)
         return ZX_E_NOTSUPPORTED;
     if (!record || cbRecord < sizeof(SZxUserParam_DefineRoiQuery))
         return ZX_E_FAIL;
