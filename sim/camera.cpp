@@ -96,15 +96,21 @@ void CZxSimCamera::FailNext(const wchar_t* operation, int status)
         m_failNext[operation] = status;
 }
 
-bool CZxSimCamera::Failing(const wchar_t* operation, int& status)
+CZxSimCamera::COperation::COperation(CZxSimCamera& camera, const wchar_t* name, const std::wstring& arguments)
+    : m_camera(camera), m_name(name), m_lock(camera.m_lock)
 {
-    auto it = m_failNext.find(operation);
-    if (it == m_failNext.end())
-        return false;
-    status = it->second;
-    m_failNext.erase(it);
-    Log(L"  -> injected failure " + Num(status));
-    return true;
+    m_camera.Log(std::wstring(name) + L"(" + arguments + L")");
+}
+
+std::optional<int> CZxSimCamera::COperation::Planned()
+{
+    auto it = m_camera.m_failNext.find(m_name);
+    if (it == m_camera.m_failNext.end())
+        return std::nullopt;
+    const int status = it->second;
+    m_camera.m_failNext.erase(it);
+    m_camera.Log(L"  -> injected failure " + Num(status));
+    return status;
 }
 
 // Mode 2 is the quality set, mode 1 the fast set; any other mode means the set in use.
@@ -160,8 +166,7 @@ CZxStringW CZxSimCamera::GrabberDriverNameLocalisedGet()
 
 int CZxSimCamera::InputSetupModelessHide()
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"InputSetupModelessHide()");
+    const COperation op(*this, L"InputSetupModelessHide");
     return ZX_OK;
 }
 

@@ -1,6 +1,7 @@
 // The simulated camera's commands, their status and abort, and the general callback.
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 
 #include "camera_internal.h"
 #include "zx/status.h"
@@ -14,50 +15,79 @@ const double kPresets[] = {0.1, 1.0, 10.0, 100.0, 1000.0};
 
 void CZxSimCamera::BuildCommands()
 {
-    m_commands = {
-        {L"Snap", L"Snap", false},
-        {L"Calibrate", L"Dark Calibration", true},
-        {L"ApplyExposurePreset", L"Exposure Preset", false},
-        {L"RestoreFactory", L"Factory Settings", false},
+    using Run = std::function<void(const CZxVariant&, bool, CZxGrabberSample01**)>;
+    auto add = [this](const wchar_t* name, const wchar_t* text, bool async, Run run,
+                      std::function<bool(const CZxVariant&)> accepts = nullptr) {
+        m_commands.push_back(SCommand{name, text, async, std::move(accepts), std::move(run)});
     };
+    m_commands.clear();
+    using namespace zxsim;
+    add(kCmdSnap, L"Snap", false, [this](const CZxVariant&, bool, CZxGrabberSample01** ppSample) {
+        if (ppSample)
+            *ppSample = Snap();
+    });
+    add(kCmdCalibrate, L"Dark Calibration", true, [this](const CZxVariant&, bool bAsync, CZxGrabberSample01**) {
+        StopCommand();   // the thread of an earlier, finished run
+        {
+            const std::lock_guard<std::mutex> g(m_commandLock);
+            m_running = kCmdCalibrate;
+            m_dProgress = 0.0;
+            m_bAbort = false;
+            m_status = L"Calibrating";
+        }
+        // Asynchronous: start and return; otherwise the command runs to its end here.
+        if (bAsync)
+            m_worker = std::thread(&CZxSimCamera::RunCommand, this);
+        else
+            RunCommand();
+    });
+    const auto isPreset = [](const CZxVariant& i) {
+        return i.GetZx_int32() >= 0 && i.GetZx_int32() < int(std::size(kPresets));
+    };
+    add(kCmdApplyExposurePreset, L"Exposure Preset", false, [this](const CZxVariant& i, bool, CZxGrabberSample01**) {
+        const SProperty* p = FindProperty(kPropExposure);
+        for (int s = 0; s < kSets; ++s)
+            if (s == SetIndex(0) || m_bSynchronized)
+                Store(*p, s, kPresets[i.GetZx_int32()]);
+    }, isPreset);
+    add(kCmdRestoreFactory, L"Factory Settings", false,
+        [this](const CZxVariant&, bool, CZxGrabberSample01**) { ResetToDefaults(); });
+}
+
+const CZxSimCamera::SCommand* CZxSimCamera::FindCommand(const wchar_t* name) const
+{
+    for (const auto& c : m_commands)
+        if (name && c.name == name)
+            return &c;
+    return nullptr;
 }
 
 // ---- Provider operations ----------------------------------------------------------
 
 int CZxSimCamera::CommandGetDesc_WRP(const wchar_t* name, SZxGrabberCommandDesc01& desc)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(std::wstring(L"CommandGetDesc_WRP(") + (name ? name : L"null") + L")");
-    int status = 0;
-    if (Failing(L"CommandGetDesc_WRP", status))
-        return status;
-    for (const auto& c : m_commands)
-        if (name && c.name == name) {
-            desc = SZxGrabberCommandDesc01(c.name.c_str(), c.text.c_str(), true, true,
-                                           c.bAsync ? ZX_COMMAND_ASYNC : 0u);
-            return ZX_OK;
-        }
-    return ZX_E_FAIL;
+    COperation op(*this, L"CommandGetDesc_WRP", Arg(name));
+    if (const auto failure = op.Planned())
+        return *failure;
+    const SCommand* c = FindCommand(name);
+    if (!c)
+        return ZX_E_FAIL;
+    desc = SZxGrabberCommandDesc01(c->name.c_str(), c->text.c_str(), true, true, c->bAsync ? ZX_COMMAND_ASYNC : 0u);
+    return ZX_OK;
 }
 
 int CZxSimCamera::Command_WRP(SZxGrabberCommandValue& value, bool bAsync, SZxStateChangeInfo* info,
                               bool bCheckOnly, CZxGrabberSample01** ppSample)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"Command_WRP(" + value.m_wstrName.Std() + L", " + VariantText(value.m_varValue) +
-        (bAsync ? L", async" : L"") + (bCheckOnly ? L", check only" : L"") + L")");
+    COperation op(*this, L"Command_WRP",
+                  value.m_wstrName.Std() + L", " + VariantText(value.m_varValue) + (bAsync ? L", async" : L"") +
+                      (bCheckOnly ? L", check only" : L""));
     if (ppSample)
         *ppSample = nullptr;
-    int status = 0;
-    if (Failing(L"Command_WRP", status))
-        return status;
-    const std::wstring& name = value.m_wstrName.Std();
-    const auto cmd = std::find_if(m_commands.begin(), m_commands.end(),
-                                  [&](const SCommand& c) { return c.name == name; });
-    if (cmd == m_commands.end())
-        return ZX_E_FAIL;
-    const int preset = value.m_varValue.GetZx_int32();
-    if (name == L"ApplyExposurePreset" && (preset < 0 || preset >= int(sizeof kPresets / sizeof kPresets[0])))
+    if (const auto failure = op.Planned())
+        return *failure;
+    const SCommand* cmd = FindCommand(value.m_wstrName);
+    if (!cmd || (cmd->accepts && !cmd->accepts(value.m_varValue)))
         return ZX_E_FAIL;
     if (cmd->bAsync) {
         const std::lock_guard<std::mutex> g(m_commandLock);
@@ -68,31 +98,7 @@ int CZxSimCamera::Command_WRP(SZxGrabberCommandValue& value, bool bAsync, SZxSta
         return ZX_OK;
 
     const SSnapshot before = Snapshot();
-    if (name == L"Snap") {
-        if (ppSample)
-            *ppSample = Snap();
-    } else if (name == L"Calibrate") {
-        StopCommand();   // the thread of an earlier, finished run
-        {
-            const std::lock_guard<std::mutex> g(m_commandLock);
-            m_running = name;
-            m_dProgress = 0.0;
-            m_bAbort = false;
-            m_status = L"Calibrating";
-        }
-        // Asynchronous: start and return; otherwise the command runs to its end here.
-        if (bAsync)
-            m_worker = std::thread(&CZxSimCamera::RunCommand, this);
-        else
-            RunCommand();
-    } else if (name == L"ApplyExposurePreset") {
-        const SProperty* p = FindProperty(L"Exposure");
-        for (int s = 0; s < kSets; ++s)
-            if (s == SetIndex(0) || m_bSynchronized)
-                Store(*p, s, kPresets[preset]);
-    } else if (name == L"RestoreFactory") {
-        ResetToDefaults();
-    }
+    cmd->run(value.m_varValue, bAsync, ppSample);
     if (info)
         Diff(before, *info);
     return ZX_OK;
@@ -100,13 +106,10 @@ int CZxSimCamera::Command_WRP(SZxGrabberCommandValue& value, bool bAsync, SZxSta
 
 int CZxSimCamera::Command_Status_WRP(const wchar_t* name, double& progress, CZxStringW& text)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(std::wstring(L"Command_Status_WRP(") + (name ? name : L"null") + L")");
-    int status = 0;
-    if (Failing(L"Command_Status_WRP", status))
-        return status;
-    if (!name || std::none_of(m_commands.begin(), m_commands.end(),
-                              [&](const SCommand& c) { return c.name == name; }))
+    COperation op(*this, L"Command_Status_WRP", Arg(name));
+    if (const auto failure = op.Planned())
+        return *failure;
+    if (!FindCommand(name))
         return ZX_E_FAIL;
     const std::lock_guard<std::mutex> g(m_commandLock);
     if (m_running == name) {
@@ -121,11 +124,9 @@ int CZxSimCamera::Command_Status_WRP(const wchar_t* name, double& progress, CZxS
 
 int CZxSimCamera::Command_Abort_WRP()
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"Command_Abort_WRP()");
-    int status = 0;
-    if (Failing(L"Command_Abort_WRP", status))
-        return status;
+    COperation op(*this, L"Command_Abort_WRP");
+    if (const auto failure = op.Planned())
+        return *failure;
     StopCommand();
     return ZX_OK;
 }
@@ -188,7 +189,6 @@ void CZxSimCamera::SetGeneralCallback(PFN_ZxGeneralCallback callback, void* cont
 
 int CZxSimCamera::FireGeneralCallback(int code, void* data)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"FireGeneralCallback(" + Num(code) + L")");
+    const COperation op(*this, L"FireGeneralCallback", Num(code));
     return m_pfnCallback ? m_pfnCallback(m_pCallbackContext, code, data) : 0;
 }

@@ -79,18 +79,16 @@ SZxGrabberFormatValue CZxSimCamera::Effective(const SZxGrabberFormatValue& base,
 SZxGrabberFormatValue CZxSimCamera::CurrentFormat(int set) const
 {
     const SZxGrabberFormatValue* f = FindFormat(m_format[set].c_str());
-    return Effective(f ? *f : DefaultFormat(set), static_cast<int32_t>(NumberOf(L"SensorMode", set)));
+    return Effective(f ? *f : DefaultFormat(set), static_cast<int32_t>(NumberOf(zxsim::kPropSensorMode, set)));
 }
 
 // ---- Provider operations ----------------------------------------------------------
 
 int CZxSimCamera::FormatNext_WRP(SZxGrabberFormatValue& format)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"FormatNext_WRP(" + format.m_wstrName.Std() + L")");
-    int status = 0;
-    if (Failing(L"FormatNext_WRP", status))
-        return status;
+    COperation op(*this, L"FormatNext_WRP", format.m_wstrName.Std());
+    if (const auto failure = op.Planned())
+        return *failure;
     size_t next = 0;
     if (!format.m_wstrName.IsEmpty()) {
         const SZxGrabberFormatValue* f = FindFormat(format.m_wstrName);
@@ -100,17 +98,15 @@ int CZxSimCamera::FormatNext_WRP(SZxGrabberFormatValue& format)
     }
     if (next >= m_formats.size())
         return 1;
-    format = Effective(m_formats[next], static_cast<int32_t>(NumberOf(L"SensorMode", SetIndex(0))));
+    format = Effective(m_formats[next], static_cast<int32_t>(NumberOf(zxsim::kPropSensorMode, SetIndex(0))));
     return ZX_OK;
 }
 
 int CZxSimCamera::FormatGet_WRP(uint32_t mode, SZxGrabberFormatValue& format)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"FormatGet_WRP(" + Num(mode) + L")");
-    int status = 0;
-    if (Failing(L"FormatGet_WRP", status))
-        return status;
+    COperation op(*this, L"FormatGet_WRP", Num(mode));
+    if (const auto failure = op.Planned())
+        return *failure;
     format = CurrentFormat(SetIndex(mode));
     return ZX_OK;
 }
@@ -118,11 +114,10 @@ int CZxSimCamera::FormatGet_WRP(uint32_t mode, SZxGrabberFormatValue& format)
 int CZxSimCamera::FormatSet_WRP(uint32_t mode, const SZxGrabberFormatValue& format, SZxStateChangeInfo* info,
                                 bool bCheckOnly)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"FormatSet_WRP(" + Num(mode) + L", " + format.m_wstrName.Std() + (bCheckOnly ? L", check only)" : L")"));
-    int status = 0;
-    if (Failing(L"FormatSet_WRP", status))
-        return status;
+    COperation op(*this, L"FormatSet_WRP",
+                  Num(mode) + L", " + format.m_wstrName.Std() + (bCheckOnly ? L", check only" : L""));
+    if (const auto failure = op.Planned())
+        return *failure;
     if (!FindFormat(format.m_wstrName))
         return ZX_E_FAIL;
     if (bCheckOnly)
@@ -140,11 +135,9 @@ int CZxSimCamera::FormatSet_WRP(uint32_t mode, const SZxGrabberFormatValue& form
 int CZxSimCamera::FormatGetFromSettings_WRP(uint32_t mode, const SZxGrabberCameraSettings& settings,
                                             SZxGrabberFormatValue& format)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"FormatGetFromSettings_WRP(" + Num(mode) + L")");
-    int status = 0;
-    if (Failing(L"FormatGetFromSettings_WRP", status))
-        return status;
+    COperation op(*this, L"FormatGetFromSettings_WRP", Num(mode));
+    if (const auto failure = op.Planned())
+        return *failure;
     const int set = SetIndex(mode);
     const uint32_t m = set == 1 ? ZX_MODE_QUALITY : ZX_MODE_FAST;
     const SZxGrabberFormatValue* f =
@@ -152,11 +145,11 @@ int CZxSimCamera::FormatGetFromSettings_WRP(uint32_t mode, const SZxGrabberCamer
                                                            : m_format[set].c_str());
     if (!f)
         return ZX_E_FAIL;
-    double sensorMode = NumberOf(L"SensorMode", set);
+    double sensorMode = NumberOf(zxsim::kPropSensorMode, set);
     const SZxGrabberPropertyValue* v = settings.m_uiMask & ZX_SETTINGS_PROPERTIES
-                                           ? settings.Props(m).Find(L"SensorMode") : nullptr;
+                                           ? settings.Props(m).Find(zxsim::kPropSensorMode) : nullptr;
     CZxVariant coerced;
-    if (v && Coerce(*FindProperty(L"SensorMode"), set, v->m_varValue, coerced))
+    if (v && Coerce(*FindProperty(zxsim::kPropSensorMode), set, v->m_varValue, coerced))
         sensorMode = coerced.GetDouble();
     format = Effective(*f, static_cast<int32_t>(sensorMode));
     return ZX_OK;

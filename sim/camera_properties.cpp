@@ -106,16 +106,16 @@ bool IsRangeDouble(const CZxVariantRunType& t)
 void CZxSimCamera::BuildProperties()
 {
     auto add = [this](const wchar_t* name, const wchar_t* label, const CZxVariant& def, const CZxVariant& fast,
-                      const CZxVariant& quality, bool setting = true, uint32_t flags = 0) {
-        SProperty p;
+                      const CZxVariant& quality, bool setting = true, uint32_t flags = 0) -> SProperty& {
+        SProperty& p = m_props.emplace_back();
         p.desc.m_wstrName = name;
         p.desc.m_wstrText = label;
-        p.desc.varValDefinition = def;
+        Describe(p, def);
         p.desc.m_uiFlags = flags;
         p.defFast = fast;
         p.defQuality = quality;
         p.bSetting = setting;
-        m_props.push_back(p);
+        return p;
     };
     CZxVariant temperatures = CZxVariant::MakeArray();
     for (int t = -30; t <= 20; t += 10)
@@ -140,43 +140,68 @@ void CZxSimCamera::BuildProperties()
     gamma[L"m_iDenom"] = 100;
     gamma[L"m_iPrecicion"] = 2;
 
-    add(L"Exposure", L"Exposure Time", ExposureRange(0.05, 10000.0), 20.0, 50.0);
-    add(L"AutoExposure", L"Auto Exposure", CZxVariant(false), false, false);
-    add(L"Gain", L"Gain", Range(L"RZxRangeDouble", 1.0, 16.0, 0.1), 1.0, 1.0);
-    add(L"Offset", L"Offset", RangeInt(0, 255, 1), 0, 0);
-    add(L"Gamma", L"Gamma", gamma, 100, 100);
-    add(L"Cooling", L"Cooling", CZxVariant(false), true, true);
-    add(L"Temperature", L"Target Temperature", temperature, -10.0, -10.0);
-    add(L"SensorTemperature", L"Sensor Temperature", CZxVariant(0.0), 25.0, 25.0, false);
-    add(L"FrameRate", L"Frame Rate", CZxVariant(0.0), 0.0, 0.0, false);
-    add(L"PixelClock", L"Pixel Clock (MHz)", List(clocks), 24, 24);
-    add(L"TriggerMode", L"Trigger", List(triggers), L"Free Run", L"Free Run");
-    add(L"ReadoutMode", L"Readout",
+    using namespace zxsim;
+    add(kPropExposure, L"Exposure Time", ExposureRange(0.05, 10000.0), 20.0, 50.0).state = [this](int set) {
+        // Auto exposure moves it from frame to frame.
+        return ZX_PROPSTATE_AVAILABLE | (NumberOf(kPropAutoExposure, set) != 0 ? ZX_PROPSTATE_CHANGING : 0u);
+    };
+    add(kPropAutoExposure, L"Auto Exposure", CZxVariant(false), false, false);
+    add(kPropGain, L"Gain", Range(L"RZxRangeDouble", 1.0, 16.0, 0.1), 1.0, 1.0);
+    add(kPropOffset, L"Offset", RangeInt(0, 255, 1), 0, 0);
+    add(kPropGamma, L"Gamma", gamma, 100, 100);
+    add(kPropCooling, L"Cooling", CZxVariant(false), true, true);
+    add(kPropTemperature, L"Target Temperature", temperature, -10.0, -10.0).state = [this](int set) {
+        return NumberOf(kPropCooling, set) != 0 ? ZX_PROPSTATE_AVAILABLE : 0u;   // no target without cooling
+    };
+    SProperty& sensor = add(kPropSensorTemperature, L"Sensor Temperature", CZxVariant(0.0), 25.0, 25.0, false);
+    sensor.state = [](int) { return ZX_PROPSTATE_AVAILABLE | ZX_PROPSTATE_READONLY | ZX_PROPSTATE_CHANGING; };
+    sensor.value = [this](int) { return CZxVariant(m_dSensorTemperature); };
+    sensor.read = [this](int set) {
+        // The sensor settles a quarter of the way to its target on every reading.
+        const double target = NumberOf(kPropCooling, set) != 0 ? NumberOf(kPropTemperature, set) : 25.0;
+        m_dSensorTemperature += (target - m_dSensorTemperature) * 0.25;
+    };
+    add(kPropFrameRate, L"Frame Rate", CZxVariant(0.0), 0.0, 0.0, false).value = [this](int set) {
+        const double byExposure = 1000.0 / FrameExposure(set), byClock = MaxFrameRate(set);
+        return CZxVariant(byExposure < byClock ? byExposure : byClock);
+    };
+    add(kPropPixelClock, L"Pixel Clock (MHz)", List(clocks), 24, 24);
+    add(kPropTriggerMode, L"Trigger", List(triggers), L"Free Run", L"Free Run");
+    add(kPropReadoutMode, L"Readout",
         TextIntList({{0, L"Low Noise"}, {1, L"Standard"}, {2, L"High Speed"}}), 2, 0);
-    add(L"SensorMode", L"Sensor Area", TextIntList({{0, L"Full Sensor"}, {1, L"Center Half"}}), 0, 0, true,
+    add(kPropSensorMode, L"Sensor Area", TextIntList({{0, L"Full Sensor"}, {1, L"Center Half"}}), 0, 0, true,
         ZX_PROPFLAG_CHANGES_FORMAT);
-    add(L"Sharpness", L"Sharpness", List(sharpness), 0.0, 0.0);
-    add(L"LightSource", L"Light Source", List(lights), L"led", L"led");
-    add(L"CameraLabel", L"Label", CZxVariant(L""), L"Sim", L"Sim");
-    add(L"BufferCount", L"Buffers", CZxVariant(0), 4, 4);
+    add(kPropSharpness, L"Sharpness", List(sharpness), 0.0, 0.0);
+    add(kPropLightSource, L"Light Source", List(lights), L"led", L"led");
+    add(kPropCameraLabel, L"Label", CZxVariant(L""), L"Sim", L"Sim");
+    add(kPropBufferCount, L"Buffers", CZxVariant(0), 4, 4);
     CZxVariant filters = CZxVariant::MakeArray();
     for (const wchar_t* f : {L"Open", L"Red", L"Green", L"Blue", L"Closed"})
         filters.Add(CZxVariant(f));
-    add(L"FilterWheel", L"Filter", List(filters), 0, 0);
-    m_props.back().bIndexed = true;   // the wheel reports its slot, not the filter's name
+    // The wheel reports its slot, not the filter's name.
+    add(kPropFilterWheel, L"Filter", List(filters), 0, 0).bIndexed = true;
     // Targets of the auto-exposure engine, edited by the advanced setup.
-    add(L"LiveSpeedUp", L"Live Acceleration",
+    add(kPropLiveSpeedUp, L"Live Acceleration",
         TextIntList({{1, L"1x"}, {2, L"2x"}, {5, L"5x"}, {10, L"10x"}, {20, L"20x"}, {50, L"50x"}, {100, L"100x"}}),
         1, 1);
-    add(L"SpeedUpTime", L"Speed-up Time",
+    add(kPropSpeedUpTime, L"Speed-up Time",
         TextIntList({{0, L"Off"}, {100, L"100 ms"}, {250, L"250 ms"}, {500, L"500 ms"}, {1000, L"1 s"}}), 0, 0);
-    add(L"CaptureQuality", L"Target Maximum Intensity",
+    add(kPropCaptureQuality, L"Target Maximum Intensity",
         TextIntList({{80, L"80 %"}, {85, L"85 %"}, {90, L"90 %"}, {95, L"95 %"}, {98, L"98 %"}}), 90, 90);
-    add(L"CaptureMaxExposure", L"Maximum Exposure", ExposureRange(0.05, 10000.0), 2000.0, 2000.0);
-    add(L"QuantilPromile", L"Overillumination Tolerance (%)", Range(L"RZxRangeDouble", 0.0, 100.0, 0.1), 1.0,
+    add(kPropCaptureMaxExposure, L"Maximum Exposure", ExposureRange(0.05, 10000.0), 2000.0, 2000.0);
+    add(kPropQuantilPromile, L"Overillumination Tolerance (%)", Range(L"RZxRangeDouble", 0.0, 100.0, 0.1), 1.0,
         1.0);
-    add(L"QuantilPixels", L"Overillumination Tolerance (pixels)", RangeInt(0, 1000000, 1), 100, 100);
-    add(L"QuantilRelative", L"Relative Tolerance", CZxVariant(false), true, true);
+    add(kPropQuantilPixels, L"Overillumination Tolerance (pixels)", RangeInt(0, 1000000, 1), 100, 100);
+    add(kPropQuantilRelative, L"Relative Tolerance", CZxVariant(false), true, true);
+}
+
+void CZxSimCamera::Describe(SProperty& p, const CZxVariant& definition)
+{
+    p.desc.varValDefinition = definition;
+    p.definition = nullptr;
+    // An exposure range's one-frame time follows the pixel clock and the sensor area.
+    if (definition.Search(L"m_dOneFrameExp"))
+        p.definition = [this](int set, CZxVariant& d) { d[L"m_dOneFrameExp"] = 1000.0 / MaxFrameRate(set); };
 }
 
 const CZxSimCamera::SProperty* CZxSimCamera::FindProperty(const wchar_t* name) const
@@ -197,57 +222,44 @@ double CZxSimCamera::NumberOf(const wchar_t* name, int set) const
 
 double CZxSimCamera::FrameExposure(int set) const
 {
-    const double exposure = NumberOf(L"Exposure", set);
+    const double exposure = NumberOf(zxsim::kPropExposure, set);
     if (set != 0)
         return exposure;
     // Live view trades exposure for speed, as drivers do; the picture keeps its
     // brightness through gain (see Snap).
-    const double cap = NumberOf(L"SpeedUpTime", set);
+    const double cap = NumberOf(zxsim::kPropSpeedUpTime, set);
     if (cap > 0.0)
         return exposure < cap ? exposure : cap;
-    const double factor = NumberOf(L"LiveSpeedUp", set);
+    const double factor = NumberOf(zxsim::kPropLiveSpeedUp, set);
     return factor > 1.0 ? exposure / factor : exposure;
 }
 
 // The pixel clock sets the fastest frame rate; reading half the sensor doubles it.
-static double MaxFrameRate(double pixelClockMHz, bool centerHalf)
+double CZxSimCamera::MaxFrameRate(int set) const
 {
-    return pixelClockMHz * 1.25 * (centerHalf ? 2.0 : 1.0);
+    return NumberOf(zxsim::kPropPixelClock, set) * 1.25 * (NumberOf(zxsim::kPropSensorMode, set) != 0 ? 2.0 : 1.0);
 }
 
 CZxVariant CZxSimCamera::Definition(const SProperty& p, int set) const
 {
     CZxVariant d = p.desc.varValDefinition;
-    if (d.Search(L"m_dOneFrameExp"))
-        d[L"m_dOneFrameExp"] =
-            1000.0 / MaxFrameRate(NumberOf(L"PixelClock", set), NumberOf(L"SensorMode", set) != 0);
+    if (p.definition)
+        p.definition(set, d);
     return d;
 }
 
 uint32_t CZxSimCamera::State(const SProperty& p, int set) const
 {
-    const std::wstring& name = p.desc.m_wstrName.Std();
-    if (!p.bSetting)
-        return ZX_PROPSTATE_AVAILABLE | ZX_PROPSTATE_READONLY |
-               (name == L"SensorTemperature" ? ZX_PROPSTATE_CHANGING : 0u);
-    if (name == L"Temperature" && NumberOf(L"Cooling", set) == 0)
-        return 0;
-    if (name == L"Exposure" && NumberOf(L"AutoExposure", set) != 0)
-        return ZX_PROPSTATE_AVAILABLE | ZX_PROPSTATE_CHANGING;
-    return ZX_PROPSTATE_AVAILABLE;
+    if (p.state)
+        return p.state(set);
+    return p.bSetting ? ZX_PROPSTATE_AVAILABLE : ZX_PROPSTATE_AVAILABLE | ZX_PROPSTATE_READONLY;
 }
 
 CZxVariant CZxSimCamera::Value(const SProperty& p, int set) const
 {
-    const std::wstring& name = p.desc.m_wstrName.Std();
-    if (name == L"SensorTemperature")
-        return m_dSensorTemperature;
-    if (name == L"FrameRate") {
-        const double maxRate = MaxFrameRate(NumberOf(L"PixelClock", set), NumberOf(L"SensorMode", set) != 0);
-        const double byExposure = 1000.0 / FrameExposure(set);
-        return byExposure < maxRate ? byExposure : maxRate;
-    }
-    auto it = m_values[set].find(name);
+    if (p.value)
+        return p.value(set);
+    auto it = m_values[set].find(p.desc.m_wstrName.Std());
     return it == m_values[set].end() ? CZxVariant() : it->second;
 }
 
@@ -354,7 +366,7 @@ void CZxSimCamera::SetProperty(const wchar_t* name, const wchar_t* label, const 
         p->desc.m_wstrName = name;
     }
     p->desc.m_wstrText = label ? label : name;
-    p->desc.varValDefinition = definition;
+    Describe(*p, definition);
     p->desc.m_uiFlags = flags;
     p->defFast = p->defQuality = value;
     for (int s = 0; s < kSets; ++s)
@@ -370,11 +382,9 @@ void CZxSimCamera::Store(const SProperty& p, int set, const CZxVariant& v)
 
 int CZxSimCamera::PropGetDesc_WRP(uint32_t mode, const wchar_t* name, SZxGrabberPropertyDesc01& desc)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"PropGetDesc_WRP(" + Num(mode) + L", " + (name ? name : L"null") + L")");
-    int status = 0;
-    if (Failing(L"PropGetDesc_WRP", status))
-        return status;
+    COperation op(*this, L"PropGetDesc_WRP", Num(mode) + L", " + Arg(name));
+    if (const auto failure = op.Planned())
+        return *failure;
     const SProperty* p = FindProperty(name);
     if (!p)
         return ZX_E_FAIL;
@@ -385,31 +395,24 @@ int CZxSimCamera::PropGetDesc_WRP(uint32_t mode, const wchar_t* name, SZxGrabber
 
 int CZxSimCamera::PropGetSingle_WRP(uint32_t mode, SZxGrabberPropertyValue& value)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"PropGetSingle_WRP(" + Num(mode) + L", " + value.m_wstrName.Std() + L")");
-    int status = 0;
-    if (Failing(L"PropGetSingle_WRP", status))
-        return status;
+    COperation op(*this, L"PropGetSingle_WRP", Num(mode) + L", " + value.m_wstrName.Std());
+    if (const auto failure = op.Planned())
+        return *failure;
     const SProperty* p = FindProperty(value.m_wstrName);
     if (!p)
         return ZX_E_FAIL;
     const int set = SetIndex(mode);
-    if (p->desc.m_wstrName.Std() == L"SensorTemperature") {
-        // The sensor settles a quarter of the way to its target on every reading.
-        const double target = NumberOf(L"Cooling", set) != 0 ? NumberOf(L"Temperature", set) : 25.0;
-        m_dSensorTemperature += (target - m_dSensorTemperature) * 0.25;
-    }
+    if (p->read)
+        p->read(set);
     value.m_varValue = Value(*p, set);
     return ZX_OK;
 }
 
 int CZxSimCamera::PropGetDefaultSingle_WRP(uint32_t mode, SZxGrabberPropertyValue& value)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"PropGetDefaultSingle_WRP(" + Num(mode) + L", " + value.m_wstrName.Std() + L")");
-    int status = 0;
-    if (Failing(L"PropGetDefaultSingle_WRP", status))
-        return status;
+    COperation op(*this, L"PropGetDefaultSingle_WRP", Num(mode) + L", " + value.m_wstrName.Std());
+    if (const auto failure = op.Planned())
+        return *failure;
     const SProperty* p = FindProperty(value.m_wstrName);
     if (!p || !p->bSetting)
         return ZX_E_FAIL;
@@ -419,17 +422,14 @@ int CZxSimCamera::PropGetDefaultSingle_WRP(uint32_t mode, SZxGrabberPropertyValu
 
 int CZxSimCamera::PropState_WRP(uint32_t mode, const SZxGrabberPropertyDesc01& desc, uint32_t& state)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"PropState_WRP(" + Num(mode) + L", " + desc.m_wstrName.Std() + L")");
-    int status = 0;
-    if (Failing(L"PropState_WRP", status))
-        return status;
+    COperation op(*this, L"PropState_WRP", Num(mode) + L", " + desc.m_wstrName.Std());
+    if (const auto failure = op.Planned())
+        return *failure;
     const SProperty* p = FindProperty(desc.m_wstrName);
     if (!p) {
         // Commands are always there to be run, as a real driver reports them;
         // their buttons read their state through the same call.
-        const std::wstring& name = desc.m_wstrName.Std();
-        if (std::none_of(m_commands.begin(), m_commands.end(), [&](const SCommand& c) { return c.name == name; }))
+        if (!FindCommand(desc.m_wstrName))
             return ZX_E_FAIL;
         state = ZX_PROPSTATE_AVAILABLE;
         return ZX_OK;
@@ -441,14 +441,12 @@ int CZxSimCamera::PropState_WRP(uint32_t mode, const SZxGrabberPropertyDesc01& d
 int CZxSimCamera::PropSet_WRP(uint32_t mode, const CZxVector_SZxGrabberPropertyValue& values,
                               SZxStateChangeInfo* info, bool bCheckOnly)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    std::wstring line = L"PropSet_WRP(" + Num(mode);
+    std::wstring args = Num(mode);
     for (const auto& v : values)
-        line += L", " + v.m_wstrName.Std() + L"=" + VariantText(v.m_varValue);
-    Log(line + (bCheckOnly ? L", check only)" : L")"));
-    int status = 0;
-    if (Failing(L"PropSet_WRP", status))
-        return status;
+        args += L", " + v.m_wstrName.Std() + L"=" + VariantText(v.m_varValue);
+    COperation op(*this, L"PropSet_WRP", args + (bCheckOnly ? L", check only" : L""));
+    if (const auto failure = op.Planned())
+        return *failure;
 
     const int set = SetIndex(mode);
     // Check everything first: a write is taken whole or not at all. Values of

@@ -6,24 +6,21 @@
 
 bool CZxSimCamera::ROIIsSupported_UNI_WRP()
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"ROIIsSupported_UNI_WRP()");
+    const COperation op(*this, L"ROIIsSupported_UNI_WRP");
     return m_bROISupported;
 }
 
 int CZxSimCamera::ROIGet(CZxRect& rect)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"ROIGet()");
+    const COperation op(*this, L"ROIGet");
     rect = m_rcROI;
     return m_bROISupported ? ZX_OK : ZX_E_NOTSUPPORTED;
 }
 
 int CZxSimCamera::ROISet(const CZxRect& rect)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"ROISet(" + Num(rect.left) + L", " + Num(rect.top) + L", " + Num(rect.right) + L", " + Num(rect.bottom) +
-        L")");
+    const COperation op(*this, L"ROISet",
+                        Num(rect.left) + L", " + Num(rect.top) + L", " + Num(rect.right) + L", " + Num(rect.bottom));
     if (!m_bROISupported)
         return ZX_E_NOTSUPPORTED;
     m_rcROI = IntersectRect(rect, CZxRect(0, 0, kSimSensorWidth, kSimSensorHeight));
@@ -32,15 +29,13 @@ int CZxSimCamera::ROISet(const CZxRect& rect)
 
 bool CZxSimCamera::ROIEnabled()
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"ROIEnabled()");
+    const COperation op(*this, L"ROIEnabled");
     return m_bROIEnabled;
 }
 
 int CZxSimCamera::ROIEnable(bool enable)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(std::wstring(L"ROIEnable(") + (enable ? L"true" : L"false") + L")");
+    const COperation op(*this, L"ROIEnable", enable ? L"true" : L"false");
     if (!m_bROISupported)
         return ZX_E_NOTSUPPORTED;
     m_bROIEnabled = enable;
@@ -49,8 +44,7 @@ int CZxSimCamera::ROIEnable(bool enable)
 
 bool CZxSimCamera::MultiViewEnabled()
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"MultiViewEnabled()");
+    const COperation op(*this, L"MultiViewEnabled");
     return m_bMultiView;
 }
 
@@ -58,30 +52,26 @@ bool CZxSimCamera::MultiViewEnabled()
 
 int CZxSimCamera::CameraGet_WRP(SZxGrabberCameraDesc& camera)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"CameraGet_WRP()");
+    const COperation op(*this, L"CameraGet_WRP");
     camera = m_camera;
     return ZX_OK;
 }
 
 bool CZxSimCamera::CameraCapabilityIsSupported(uint32_t capability)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"CameraCapabilityIsSupported(" + Num(capability) + L")");
+    const COperation op(*this, L"CameraCapabilityIsSupported", Num(capability));
     return capability == ZX_CAMCAP_PREDEFINED_ROIS && m_bROISupported;
 }
 
 int CZxSimCamera::UserParamGet(const wchar_t* name, CZxVariant& value)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(std::wstring(L"UserParamGet(") + (name ? name : L"null") + L")");
-    int status = 0;
-    if (Failing(L"UserParamGet", status))
-        return status;
+    COperation op(*this, L"UserParamGet", Arg(name));
+    if (const auto failure = op.Planned())
+        return *failure;
     const std::wstring n = name ? name : L"";
-    if (n == L"PredefinedROIArray")
+    if (n == zxsim::kParamPredefinedROIs)
         value = m_varPredefinedROIs;
-    else if (n == L"IsQualityLivePossible")
+    else if (n == zxsim::kParamQualityLivePossible)
         value = true;
     else
         return ZX_E_NOTSUPPORTED;
@@ -90,12 +80,10 @@ int CZxSimCamera::UserParamGet(const wchar_t* name, CZxVariant& value)
 
 int CZxSimCamera::UserParamSet(const wchar_t* name, const CZxVariant& value)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(std::wstring(L"UserParamSet(") + (name ? name : L"null") + L", " + VariantText(value) + L")");
-    int status = 0;
-    if (Failing(L"UserParamSet", status))
-        return status;
-    if (!name || std::wstring(name) != L"PredefinedROIArray")
+    COperation op(*this, L"UserParamSet", Arg(name) + L", " + VariantText(value));
+    if (const auto failure = op.Planned())
+        return *failure;
+    if (!name || std::wstring(name) != zxsim::kParamPredefinedROIs)
         return ZX_E_NOTSUPPORTED;
     if (!value.IsArray())
         return ZX_E_FAIL;
@@ -105,12 +93,10 @@ int CZxSimCamera::UserParamSet(const wchar_t* name, const CZxVariant& value)
 
 int CZxSimCamera::UserParamQuery(const wchar_t* name, void* record, uint32_t cbRecord)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(std::wstring(L"UserParamQuery(") + (name ? name : L"null") + L")");
-    int status = 0;
-    if (Failing(L"UserParamQuery", status))
-        return status;
-    if (!name || std::wstring(name) != L"DefineRoiQuery")
+    COperation op(*this, L"UserParamQuery", Arg(name));
+    if (const auto failure = op.Planned())
+        return *failure;
+    if (!name || std::wstring(name) != zxsim::kParamDefineRoiQuery)
         return ZX_E_NOTSUPPORTED;
     if (!record || cbRecord < sizeof(SZxUserParam_DefineRoiQuery))
         return ZX_E_FAIL;

@@ -23,18 +23,15 @@ void CZxSimCamera::ResetToDefaults()
 
 uint32_t CZxSimCamera::GetModeFQ()
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"GetModeFQ()");
+    const COperation op(*this, L"GetModeFQ");
     return m_mode;
 }
 
 int CZxSimCamera::SetModeFQ(uint32_t mode)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"SetModeFQ(" + Num(mode) + L")");
-    int status = 0;
-    if (Failing(L"SetModeFQ", status))
-        return status;
+    COperation op(*this, L"SetModeFQ", Num(mode));
+    if (const auto failure = op.Planned())
+        return *failure;
     if (mode != ZX_MODE_FAST && mode != ZX_MODE_QUALITY)
         return ZX_E_FAIL;
     m_mode = mode;
@@ -43,18 +40,15 @@ int CZxSimCamera::SetModeFQ(uint32_t mode)
 
 bool CZxSimCamera::IsModeFQSynchronized()
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"IsModeFQSynchronized()");
+    const COperation op(*this, L"IsModeFQSynchronized");
     return m_bSynchronized;
 }
 
 int CZxSimCamera::ModeFQSynchronize(bool synchronize)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(std::wstring(L"ModeFQSynchronize(") + (synchronize ? L"true" : L"false") + L")");
-    int status = 0;
-    if (Failing(L"ModeFQSynchronize", status))
-        return status;
+    COperation op(*this, L"ModeFQSynchronize", synchronize ? L"true" : L"false");
+    if (const auto failure = op.Planned())
+        return *failure;
     if (synchronize && !m_bSynchronized) {
         // Both sets start out equal: the set in use is copied to the other.
         const int from = SetIndex(0);
@@ -93,22 +87,18 @@ void CZxSimCamera::FillSettings(SZxGrabberCameraSettings& s, uint32_t mask, bool
 
 int CZxSimCamera::CameraSettingsGet_UNI_WRP(SZxGrabberCameraSettings& settings, uint32_t mask, bool bCurrent)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"CameraSettingsGet_UNI_WRP(" + Num(mask) + (bCurrent ? L", current)" : L", defaults)"));
-    int status = 0;
-    if (Failing(L"CameraSettingsGet_UNI_WRP", status))
-        return status;
+    COperation op(*this, L"CameraSettingsGet_UNI_WRP", Num(mask) + (bCurrent ? L", current" : L", defaults"));
+    if (const auto failure = op.Planned())
+        return *failure;
     FillSettings(settings, mask, bCurrent);
     return ZX_OK;
 }
 
 int CZxSimCamera::CameraSettingsSet_UNI_WRP(const SZxGrabberCameraSettings& settings, uint32_t mask)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"CameraSettingsSet_UNI_WRP(" + Num(mask) + L")");
-    int status = 0;
-    if (Failing(L"CameraSettingsSet_UNI_WRP", status))
-        return status;
+    COperation op(*this, L"CameraSettingsSet_UNI_WRP", Num(mask));
+    if (const auto failure = op.Planned())
+        return *failure;
     const uint32_t m = mask & settings.m_uiMask;
     if (m & ZX_SETTINGS_FORMATS)
         for (int s = 0; s < kSets; ++s) {
@@ -139,19 +129,16 @@ int CZxSimCamera::CameraSettingsSet_UNI_WRP(const SZxGrabberCameraSettings& sett
 
 int CZxSimCamera::CameraSettingsSetDefaults_UNI_WRP()
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"CameraSettingsSetDefaults_UNI_WRP()");
-    int status = 0;
-    if (Failing(L"CameraSettingsSetDefaults_UNI_WRP", status))
-        return status;
+    COperation op(*this, L"CameraSettingsSetDefaults_UNI_WRP");
+    if (const auto failure = op.Planned())
+        return *failure;
     ResetToDefaults();
     return ZX_OK;
 }
 
 SZxGrabberCameraSettings* CZxSimCamera::NamedSettingsNext(CZxStringW& name)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(L"NamedSettingsNext(" + name.Std() + L")");
+    const COperation op(*this, L"NamedSettingsNext", name.Std());
     size_t next = 0;
     if (!name.IsEmpty()) {
         const auto it = std::find_if(m_named.begin(), m_named.end(),
@@ -168,11 +155,9 @@ SZxGrabberCameraSettings* CZxSimCamera::NamedSettingsNext(CZxStringW& name)
 
 int CZxSimCamera::NamedSettingsAdd(const wchar_t* name, const SZxGrabberCameraSettings& settings)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(std::wstring(L"NamedSettingsAdd(") + (name ? name : L"null") + L")");
-    int status = 0;
-    if (Failing(L"NamedSettingsAdd", status))
-        return status;
+    COperation op(*this, L"NamedSettingsAdd", Arg(name));
+    if (const auto failure = op.Planned())
+        return *failure;
     if (!name || !*name)
         return ZX_E_FAIL;
     for (auto& e : m_named)
@@ -186,11 +171,9 @@ int CZxSimCamera::NamedSettingsAdd(const wchar_t* name, const SZxGrabberCameraSe
 
 int CZxSimCamera::NamedSettingsRemove(const wchar_t* name)
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_lock);
-    Log(std::wstring(L"NamedSettingsRemove(") + (name ? name : L"null") + L")");
-    int status = 0;
-    if (Failing(L"NamedSettingsRemove", status))
-        return status;
+    COperation op(*this, L"NamedSettingsRemove", Arg(name));
+    if (const auto failure = op.Planned())
+        return *failure;
     const auto it = std::find_if(m_named.begin(), m_named.end(), [&](const std::unique_ptr<SNamedSetting>& e) {
         return name && e->name.Compare(name) == 0;
     });

@@ -122,28 +122,28 @@ void OnPageInit(SZxSimSetupPage& page, HWND hwnd)
         int labelId;   // its label in the template, filled with the property's text
     };
     const Item items[] = {
-        {new CZxISControlComboFreeExposure(L"Exposure", kModeInUse, IDC_ZX_EXPOSURE, kGroupValues,
+        {new CZxISControlComboFreeExposure(zxsim::kPropExposure, kModeInUse, IDC_ZX_EXPOSURE, kGroupValues,
                                            kExposureMessage, false),
          IDC_ZX_LBL_EXPOSURE},
-        {new CZxISControlCheck(L"AutoExposure", kModeInUse, IDC_ZX_AUTO, kGroupValues, false, true), 0},
-        {new CZxISControlScrollDouble(L"Gain", kModeInUse, IDC_ZX_GAIN, IDC_ZX_GAIN_TEXT, kGroupValues),
+        {new CZxISControlCheck(zxsim::kPropAutoExposure, kModeInUse, IDC_ZX_AUTO, kGroupValues, false, true), 0},
+        {new CZxISControlScrollDouble(zxsim::kPropGain, kModeInUse, IDC_ZX_GAIN, IDC_ZX_GAIN_TEXT, kGroupValues),
          IDC_ZX_LBL_GAIN},
-        {new CZxISControlSpinInt32(L"Offset", kModeInUse, IDC_ZX_OFFSET_EDIT, kGroupValues), IDC_ZX_LBL_OFFSET},
+        {new CZxISControlSpinInt32(zxsim::kPropOffset, kModeInUse, IDC_ZX_OFFSET_EDIT, kGroupValues), IDC_ZX_LBL_OFFSET},
         {new CZxISControlComboFormat(kModeInUse, IDC_ZX_FORMAT, kGroupValues, false), 0},
         {new CZxISControlComboBinning(L"", kModeInUse, IDC_ZX_BINNING, kGroupValues), 0},
-        {new CZxISControlRadio(L"ReadoutMode", kModeInUse, IDC_ZX_CHOICE1, IDC_ZX_CHOICE3, kGroupValues),
+        {new CZxISControlRadio(zxsim::kPropReadoutMode, kModeInUse, IDC_ZX_CHOICE1, IDC_ZX_CHOICE3, kGroupValues),
          IDC_ZX_LBL_CHOICE},
-        {new CZxISControlStatic(L"FrameRate", kModeInUse, IDC_ZX_INFO, kGroupPolled,
+        {new CZxISControlStatic(zxsim::kPropFrameRate, kModeInUse, IDC_ZX_INFO, kGroupPolled,
                                 ZX_GetTranslation(L"%.1lf frames/s", L"inputsetupcontrols")),
          IDC_ZX_LBL_INFO},
-        {new CZxISControlPushCommand(L"Snap", IDC_ZX_COMMAND1, kGroupCommands), 0},
+        {new CZxISControlPushCommand(zxsim::kCmdSnap, IDC_ZX_COMMAND1, kGroupCommands), 0},
         // The asynchronous command's button turns into "Cancel" while it runs.
-        {new CZxISControlPushCommandAsync(L"Calibrate", IDC_ZX_COMMAND2, kGroupCommands | kGroupPolled, nullptr,
-                                          false),
+        {new CZxISControlPushCommandAsync(zxsim::kCmdCalibrate, IDC_ZX_COMMAND2, kGroupCommands | kGroupPolled,
+                                          nullptr, false),
          0},
     };
     SZxGrabberCommandDesc01 calibrate;
-    if (provider && provider->CommandGetDesc_WRP(L"Calibrate", calibrate) == 0)
+    if (provider && provider->CommandGetDesc_WRP(zxsim::kCmdCalibrate, calibrate) == 0)
         SetDlgItemTextW(hwnd, IDC_ZX_COMMAND2, ZX_GetTranslation(calibrate.m_wstrText, L"inputsetupcontrols"));
     CZxISControlList& controls = host.GetControls();
     for (const Item& item : items) {
@@ -405,15 +405,15 @@ void CZxSimSetupUI::AcquireFrame()
 
 void CZxSimSetupUI::AutoExpose(const SZxAEHistogram& hist)
 {
-    SZxGrabberPropertyValue on(L"AutoExposure"), exposure(L"Exposure"), gain(L"Gain");
+    SZxGrabberPropertyValue on(zxsim::kPropAutoExposure), exposure(zxsim::kPropExposure), gain(zxsim::kPropGain);
     if (m_camera.PropGetSingle_WRP(kModeInUse, on) != 0 || !on.m_varValue.GetBool())
         return;
     if (m_camera.PropGetSingle_WRP(kModeInUse, exposure) != 0 || m_camera.PropGetSingle_WRP(kModeInUse, gain) != 0)
         return;
     // The advanced setup's targets: maximum exposure, target intensity and the
     // overillumination tolerance, read per frame so a change acts at once.
-    SZxGrabberPropertyValue maxExposure(L"CaptureMaxExposure"), quality(L"CaptureQuality"),
-        promile(L"QuantilPromile"), pixels(L"QuantilPixels"), relative(L"QuantilRelative");
+    SZxGrabberPropertyValue maxExposure(zxsim::kPropCaptureMaxExposure), quality(zxsim::kPropCaptureQuality),
+        promile(zxsim::kPropQuantilPromile), pixels(zxsim::kPropQuantilPixels), relative(zxsim::kPropQuantilRelative);
     if (m_camera.PropGetSingle_WRP(kModeInUse, maxExposure) == 0 && maxExposure.m_varValue.GetDouble() > 0.0)
         m_ae.m_setting1.m_dMaxExposure = maxExposure.m_varValue.GetDouble();
     if (m_camera.PropGetSingle_WRP(kModeInUse, quality) == 0 && quality.m_varValue.GetDouble() > 10.0) {
@@ -432,7 +432,7 @@ void CZxSimSetupUI::AutoExpose(const SZxAEHistogram& hist)
     const double old = exposure.m_varValue.GetDouble();
     if (frame.m_dExposure > 0.0 && (frame.m_dExposure > old * 1.02 || frame.m_dExposure < old * 0.98)) {
         CZxVector_SZxGrabberPropertyValue values(128);
-        values.Add(SZxGrabberPropertyValue(L"Exposure", CZxVariant(frame.m_dExposure)));
+        values.Add(SZxGrabberPropertyValue(zxsim::kPropExposure, CZxVariant(frame.m_dExposure)));
         m_camera.PropSet_WRP(kModeInUse, values, nullptr, false);
     }
 }

@@ -65,8 +65,41 @@ TEST(SimCameraValues, SetsAreSeparateUntilSynchronisedAndWritesAreCheckedWhole)
     EXPECT_EQ(Get(fresh, 1, L"Gain").GetDouble(), 3.0);
 }
 
-// The states themselves (available, read-only, changing) are read by the input-setup
-// controls' tests: UpdateState's table and the timer refresh.
+// Rows with a state of their own follow their switch in the set written only;
+// commands are always there to be run.
+TEST(SimCameraValues, StatesFollowTheirSwitchPerSet)
+{
+    CZxSimCamera cam;
+    const uint32_t kOn = ZX_PROPSTATE_AVAILABLE, kReadOnly = ZX_PROPSTATE_READONLY, kMoves = ZX_PROPSTATE_CHANGING;
+    const struct {
+        const wchar_t* name;
+        const wchar_t* switchName;   // written to `on` in the fast set first
+        bool on;
+        uint32_t fast, quality;
+    } rows[] = {
+        {L"Gain", nullptr, false, kOn, kOn},
+        {L"Exposure", L"AutoExposure", true, kOn | kMoves, kOn},
+        {L"Exposure", L"AutoExposure", false, kOn, kOn},
+        {L"Temperature", L"Cooling", false, 0, kOn},
+        {L"Temperature", L"Cooling", true, kOn, kOn},
+        {L"SensorTemperature", nullptr, false, kOn | kReadOnly | kMoves, kOn | kReadOnly | kMoves},
+        {L"FrameRate", nullptr, false, kOn | kReadOnly, kOn | kReadOnly},
+        {L"Calibrate", nullptr, false, kOn, kOn},
+    };
+    for (const auto& r : rows) {
+        if (r.switchName) {
+            ASSERT_EQ(Set(cam, ZX_MODE_FAST, {{r.switchName, r.on}}), ZX_OK);
+        }
+        uint32_t fast = ~0u, quality = ~0u;
+        EXPECT_EQ(cam.PropState_WRP(ZX_MODE_FAST, SZxGrabberPropertyDesc01(r.name), fast), ZX_OK) << r.name;
+        EXPECT_EQ(cam.PropState_WRP(ZX_MODE_QUALITY, SZxGrabberPropertyDesc01(r.name), quality), ZX_OK) << r.name;
+        EXPECT_EQ(fast, r.fast) << r.name << " on " << r.on;
+        EXPECT_EQ(quality, r.quality) << r.name << " on " << r.on;
+    }
+    uint32_t state = 0;
+    EXPECT_EQ(cam.PropState_WRP(ZX_MODE_FAST, SZxGrabberPropertyDesc01(L"Nope"), state), ZX_E_FAIL);
+}
+
 TEST(SimCameraValues, WritesReportTheirEffectsAndTheSensorCoolsByItself)
 {
     CZxSimCamera cam;

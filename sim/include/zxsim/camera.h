@@ -14,6 +14,7 @@
 
 #include "zxhost/picbuf.h"
 #include "zxhost/provider.h"
+#include "zxsim/names.h"
 #include "zxsim/sensor.h"
 
 /// Driver class name the simulated camera reports.
@@ -143,6 +144,7 @@ private:
     struct SCommand;
     struct SNamedSetting;
     struct SSnapshot;
+    class COperation;
     enum { kSets = 2 };
 
     void BuildProperties();
@@ -153,10 +155,12 @@ private:
     /// Asks a running command to stop and waits for its thread.
     void StopCommand();
     void Log(const std::wstring& line);
-    bool Failing(const wchar_t* operation, int& status);
     int SetIndex(uint32_t mode) const;
 
     const SProperty* FindProperty(const wchar_t* name) const;
+    const SCommand* FindCommand(const wchar_t* name) const;
+    /// Gives a row its definition, with the behaviour the definition's kind brings.
+    void Describe(SProperty& p, const CZxVariant& definition);
     CZxVariant Definition(const SProperty& p, int set) const;
     uint32_t State(const SProperty& p, int set) const;
     CZxVariant Value(const SProperty& p, int set) const;
@@ -166,6 +170,8 @@ private:
     /// The exposure frames of `set` get: the live (fast) set runs "LiveSpeedUp"
     /// times shorter, or at most "SpeedUpTime" ms when that is on (above 0).
     double FrameExposure(int set) const;
+    /// The fastest frame rate of `set`: the pixel clock's, doubled on half the sensor.
+    double MaxFrameRate(int set) const;
 
     SZxGrabberFormatValue Effective(const SZxGrabberFormatValue& base, int32_t sensorMode) const;
     const SZxGrabberFormatValue* FindFormat(const wchar_t* name) const;

@@ -62,10 +62,10 @@ CZxGrabberSample01* CZxSimCamera::Snap()
     m_sensor.SetBits(f.m_uiBits);
     m_sensor.SetOutput(f.m_uiComp == 3 ? EZxSimOutput::ColourBGR : EZxSimOutput::Mono);
     // A sped-up live frame makes up for its shorter exposure with gain.
-    const double exposure = NumberOf(L"Exposure", set), frameExposure = FrameExposure(set);
+    const double exposure = NumberOf(zxsim::kPropExposure, set), frameExposure = FrameExposure(set);
     m_sensor.SetExposure(frameExposure);
-    m_sensor.SetAnalogFactor(NumberOf(L"Gain", set) * (frameExposure > 0.0 ? exposure / frameExposure : 1.0));
-    m_sensor.SetOffset(NumberOf(L"Offset", set) / 4095.0);   // offset counts in 12-bit steps
+    m_sensor.SetAnalogFactor(NumberOf(zxsim::kPropGain, set) * (frameExposure > 0.0 ? exposure / frameExposure : 1.0));
+    m_sensor.SetOffset(NumberOf(zxsim::kPropOffset, set) / 4095.0);   // offset counts in 12-bit steps
 
     // The sensor sees the whole field; the format's area and the ROI cut it.
     std::unique_ptr<CZxGrabberSample01> field = m_sensor.Capture();
