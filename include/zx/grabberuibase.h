@@ -9,6 +9,7 @@
 #include "zx/export.h"
 #include "zx/grabberuiwrapper.h"
 #include "zx/histodraw.h"
+#include "zx/histogram.h"
 #include "zx/inputsetupcontrols.h"
 #include "zxhost/menu.h"
 #include "zxhost/provider.h"
@@ -140,8 +141,9 @@ ZX_API HMODULE ZX_GetLibraryModule();
 /// its dialog procedure to IS_Message first: on WM_INITDIALOG it calls
 /// IS_InitDialog, declares the histogram area (IS_Histo) and the special buttons,
 /// attaches its controls to the dialog, the provider and GetControls(), and
-/// shows their values. OnNewHisto and OnLiveChange may be called from the
-/// driver's acquisition thread; everything else runs on the dialog's thread.
+/// shows their values. OnNewFrameHisto (a driver's frame histogram as it is),
+/// OnNewHisto and OnLiveChange may be called from the driver's acquisition
+/// thread; everything else runs on the dialog's thread.
 class ZX_API CZxGrabberUI_Base : public IZxGrabberUI {
 public:
     /// No provider, no callback, no dialog; the histogram models sized 256 and 3 x 128 bins.
@@ -163,6 +165,11 @@ public:
     /// dialog draws only refresh the models, which the next drawing shows.
     /// `pixelKind` as CZxHistoDraw::SetHistogram takes it. Any thread. ZX_OK.
     int32_t OnNewHisto(SZxHisto& histo, uint32_t pixelKind) override;
+    /// The driver's hand-off of a frame histogram (as ZX_ComputeHistogramAE
+    /// fills it): converted by CZxHistoDraw::SetHistogram, colour frames as
+    /// PIXELKIND_RGB, then delivered as OnNewHisto delivers. A record the
+    /// models refuse (no bins, too deep) leaves them as they were. Any thread. ZX_OK.
+    int32_t OnNewFrameHisto(const SZxAEHistogram& histo);
     /// Shows the provider's values in every control. ZX_OK.
     int32_t OnNewCameraSettings() override;
     /// True while a modal dialog is open.
@@ -289,6 +296,9 @@ protected:
     bool OnCommand(HWND hwnd, int64_t wParam, int64_t* result);
     /// Closes an open dialog before another opens (modal: result 2).
     void CloseOpenDialog();
+    /// With the models just filled under `lock` (on m_histoLock): posts
+    /// WM_ZX_NEWHISTO unless one is queued; releases the lock.
+    void PostNewHisto(std::unique_lock<std::mutex>& lock);
 
     /// The provider given to Init (not owned).
     CZxGenProvider_Low* m_pProvider;

@@ -63,23 +63,36 @@ int32_t CZxGrabberUI_Base::OnLiveChange(bool live, uint32_t mode)
 
 int32_t CZxGrabberUI_Base::OnNewHisto(SZxHisto& histo, uint32_t pixelKind)
 {
-    HWND dlg = nullptr;
-    {
-        const std::lock_guard<std::mutex> lock(m_histoLock);
-        m_histoFull.SetHistogram(histo, pixelKind, nullptr);
-        m_histoGrouped.SetHistogram(histo, pixelKind, nullptr);
-        // One message at a time: frames faster than the dialog paints only
-        // refresh the models, and the dialog's queue never fills with them.
-        if (m_hDlg && !m_bHistoPosted) {
-            dlg = m_hDlg;
-            m_bHistoPosted = true;
-        }
-    }
-    if (dlg && !PostMessageW(dlg, WM_ZX_NEWHISTO, 0, 0)) {
-        const std::lock_guard<std::mutex> lock(m_histoLock);
-        m_bHistoPosted = false;
-    }
+    std::unique_lock<std::mutex> lock(m_histoLock);
+    m_histoFull.SetHistogram(histo, pixelKind, nullptr);
+    m_histoGrouped.SetHistogram(histo, pixelKind, nullptr);
+    PostNewHisto(lock);
     return 0;
+}
+
+int32_t CZxGrabberUI_Base::OnNewFrameHisto(const SZxAEHistogram& histo)
+{
+    const uint32_t kind = histo.bMono ? 0u : uint32_t(CZxHistoDraw::PIXELKIND_RGB);
+    std::unique_lock<std::mutex> lock(m_histoLock);
+    m_histoFull.SetHistogram(histo, kind, nullptr);
+    m_histoGrouped.SetHistogram(histo, kind, nullptr);
+    PostNewHisto(lock);
+    return 0;
+}
+
+void CZxGrabberUI_Base::PostNewHisto(std::unique_lock<std::mutex>& lock)
+{
+    // One message at a time: frames faster than the dialog paints only
+    // refresh the models, and the dialog's queue never fills with them.
+    HWND dlg = m_hDlg && !m_bHistoPosted ? m_hDlg : nullptr;
+    if (dlg)
+        m_bHistoPosted = true;
+    lock.unlock();
+    if (dlg && !PostMessageW(dlg, WM_ZX_NEWHISTO, 0, 0)) {
+        lock.lock();
+        m_bHistoPosted = false;
+        lock.unlock();
+    }
 }
 
 int32_t CZxGrabberUI_Base::OnNewCameraSettings()
