@@ -221,6 +221,10 @@ public:
     /// Handles the host's share of a dialog message; true when handled, with the
     /// dialog result in *result. Everything else goes to the control list, whose
     /// control (when one handled it) lands in *control.
+    /// @note The host's share (events, histogram painting, the special buttons,
+    ///       OK and Cancel, the restore on Cancel, the range-text colours) is
+    ///       done only when Init was given an application callback; without one
+    ///       every message goes straight to the control list.
     bool IS_Message(ZxHWnd hwnd, UINT msg, int64_t wParam, int64_t lParam, int64_t* result,
                     CZxISControl** control);
     /// Raises evLiveModeChange under a wait cursor (only with a callback).
@@ -294,6 +298,12 @@ protected:
     bool DrawButton(const DRAWITEMSTRUCT& dis, bool frame);
     /// Handles WM_COMMAND; true when the host consumed it.
     bool OnCommand(HWND hwnd, int64_t wParam, int64_t* result);
+    /// IS_Message's host share (a callback is set): false hands the message on
+    /// to the control list; true ends it, IS_Message returning *handled.
+    bool HostMessage(HWND hwnd, UINT msg, int64_t wParam, int64_t lParam, int64_t* result, bool* handled);
+    /// WM_CTLCOLORSTATIC of a range text while a colour histogram is shown:
+    /// its channel's colour; true with the brush in *result.
+    bool ColourRangeText(HWND hwnd, int64_t dc, int64_t item, int64_t* result);
     /// Closes an open dialog before another opens (modal: result 2).
     void CloseOpenDialog();
     /// With the models just filled under `lock` (on m_histoLock): posts
