@@ -156,6 +156,18 @@ protected:
     /// default cannot be read (nothing written, `status` the reading's); else
     /// true, `status` the writing's, and the caller shows `value`.
     bool _WriteDefault(SZxGrabberPropertyValue& value, int32_t& status);
+    /// A whole ResetToDefault: _WriteDefault, then `show(value)` with the
+    /// default just written. The writing's status, or the reading's when the
+    /// default cannot be read (then nothing is written or shown).
+    template <class Show>
+    int32_t _WriteDefaultAndShow(Show show)
+    {
+        SZxGrabberPropertyValue value(m_wstrName);
+        int32_t status = 0;
+        if (_WriteDefault(value, status))
+            show(value);
+        return status;
+    }
     /// The end of an Enable override that tracks its own state: an enabled
     /// control shows the driver's value again (it may have changed while the
     /// control ignored it). ZX_OK.

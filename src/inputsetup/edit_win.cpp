@@ -275,13 +275,10 @@ int32_t CZxISControlEditInt32::UpdateFromGeneric()
 
 int32_t CZxISControlEditInt32::ResetToDefault()
 {
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = ZX_OK;
-    if (!_WriteDefault(value, status))
-        return status;
-    m_bPending = false;
-    UpdateFromGeneric();
-    return status;
+    return _WriteDefaultAndShow([this](const SZxGrabberPropertyValue&) {
+        m_bPending = false;
+        UpdateFromGeneric();
+    });
 }
 
 int32_t CZxISControlEditInt32::GetPropValForGeneric(SZxGrabberPropertyValue& value)
@@ -372,13 +369,10 @@ int32_t CZxISControlEditDouble::ResetToDefault()
 {
     if (m_dStep < 0)
         return ZX_E_FAIL;
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = ZX_OK;
-    if (!_WriteDefault(value, status))
-        return status;
-    m_bPending = false;
-    UpdateFromGeneric();
-    return status;
+    return _WriteDefaultAndShow([this](const SZxGrabberPropertyValue&) {
+        m_bPending = false;
+        UpdateFromGeneric();
+    });
 }
 
 int32_t CZxISControlEditDouble::GetPropValForGeneric(SZxGrabberPropertyValue& value)

@@ -144,14 +144,11 @@ int32_t CZxISControlScrollDouble::ShowDefaultValue(PositionOf toPos)
 {
     if (!Usable())
         return ZX_E_FAIL;
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = ZX_OK;
-    if (!_WriteDefault(value, status))
-        return status;
-    m_bBusy = true;
-    ShowValue(value.m_varValue.GetDouble(), toPos(*this, value.m_varValue.GetDouble()));
-    m_bBusy = false;
-    return status;
+    return _WriteDefaultAndShow([&](const SZxGrabberPropertyValue& value) {
+        m_bBusy = true;
+        ShowValue(value.m_varValue.GetDouble(), toPos(*this, value.m_varValue.GetDouble()));
+        m_bBusy = false;
+    });
 }
 
 int32_t CZxISControlScrollDouble::UpdateFromGeneric()
@@ -438,14 +435,11 @@ int32_t CZxISControlScrollString::ResetToDefault()
 {
     if (!Usable())
         return ZX_E_FAIL;
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = ZX_OK;
-    if (!_WriteDefault(value, status))
-        return status;
-    m_bBusy = true;
-    ShowElement(value.m_varValue);
-    m_bBusy = false;
-    return status;
+    return _WriteDefaultAndShow([this](const SZxGrabberPropertyValue& value) {
+        m_bBusy = true;
+        ShowElement(value.m_varValue);
+        m_bBusy = false;
+    });
 }
 
 int32_t CZxISControlScrollString::GetPropValForGeneric(SZxGrabberPropertyValue& value)
@@ -581,14 +575,11 @@ int32_t CZxISControlSliderListInt32::ResetToDefault()
 {
     if (m_vecValues.empty())
         return ZX_E_FAIL;
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = ZX_OK;
-    if (!_WriteDefault(value, status))
-        return status;
-    m_bBusy = true;
-    ShowValue(value.m_varValue);
-    m_bBusy = false;
-    return status;
+    return _WriteDefaultAndShow([this](const SZxGrabberPropertyValue& value) {
+        m_bBusy = true;
+        ShowValue(value.m_varValue);
+        m_bBusy = false;
+    });
 }
 
 int32_t CZxISControlSliderListInt32::GetPropValForGeneric(SZxGrabberPropertyValue& value)

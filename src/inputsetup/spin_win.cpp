@@ -106,14 +106,11 @@ int32_t CZxISControlSpinBase::ResetToDefault()
 {
     if (m_iCount <= 0)
         return ZX_E_FAIL;
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = ZX_OK;
-    if (!_WriteDefault(value, status))
-        return status;
-    m_bBusy = true;
-    ShowValue(value.m_varValue.GetDouble());
-    m_bBusy = false;
-    return status;
+    return _WriteDefaultAndShow([this](const SZxGrabberPropertyValue& value) {
+        m_bBusy = true;
+        ShowValue(value.m_varValue.GetDouble());
+        m_bBusy = false;
+    });
 }
 
 int32_t CZxISControlSpinBase::CurrentPos() const
