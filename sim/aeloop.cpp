@@ -29,14 +29,7 @@ SZxSimAEStep CZxSimAELoop::Step()
     step.m_dFactor = m_frame.m_dFactor;
     step.m_dComplGain = m_frame.m_dComplGain;
 
-    m_last = m_sensor.Capture();
-    const bool mono = m_sensor.Output() != EZxSimOutput::ColourBGR;
-    const int bits = int(m_sensor.Bits());
-    if (!m_hist || m_hist->iMaxBits != bits || m_hist->bHasMono != mono)
-        m_hist = std::make_unique<SZxAEHistogram>(bits, mono, !mono);
-    ZX_ComputeHistogramAE(m_hist.get(), m_last.get(), const_cast<SZxGrabberProbe*>(m_pProbe));
-
-    m_engine.ComputeAE(m_bSetting, m_uiFlags, m_frame, *m_hist);
+    m_engine.ComputeAE(m_bSetting, m_uiFlags, m_frame, *m_live.Count(m_sensor.Capture(), m_pProbe));
     const SZxAEValueRGB& w = m_engine.m_lastWhite;
     step.m_dWhite = std::max({w.m_dRed, w.m_dGreen, w.m_dBlue});
     step.m_dOverflow = m_frame.m_dOverflow;
@@ -104,7 +97,7 @@ void CZxSimAELoop::SetUpStandardCamera(bool colour, double msToTarget)
         m_uiFlags |= ZX_AE_OFFSET | ZX_AE_BLACKOFFSETS | ZX_AE_WHITEBALANCE | ZX_AE_HARDWHITE;
     m_bSetting = true;
     m_pProbe = nullptr;
-    m_last.reset();
+    m_live.Reset();
 }
 
 int ZxSimFramesToGood(const std::vector<SZxSimAEStep>& steps)

@@ -1,12 +1,11 @@
 // The reference driver's setup dialog. A driver writer starts here: derive from
 // CZxGrabberUI_Base, create the dialog in DoInputSetup, hand every message to
 // IS_Message first, bind one control per property in WM_INITDIALOG, and feed
-// the live histogram from the acquisition thread with OnNewHisto.
+// the live histogram from the acquisition thread with OnNewFrameHisto.
 #include "zxsim/setupui.h"
 
 #include "zx/advancedsetup.h"
 #include "zx/dialoghelpers.h"
-#include "zx/histogram.h"
 #include "zx/inputform.h"
 #include "zx/iscontrols_choice.h"
 #include "zx/iscontrols_command.h"
@@ -61,20 +60,13 @@ CZxSimSetupUI::CZxSimSetupUI(CZxSimDriverCamera& camera) : m_camera(camera), m_w
     m_ae.m_quantil = SZxAEQuantil{true, 1.0, 0};
     m_ae.m_setting1 = SZxAESetting{4.0, 1000.0, 1.0, 1.0, 0.5, 0.85, 0.9};
     m_ae.m_setting2 = SZxAESetting{4.0, 4000.0, 1.0, 1.0, 0.5, 0.85, 0.9};
+    // Exposure from 0.05 ms to 10 s in 0.05 ms steps, black at 0, no gains of its own.
     SZxAECameraDesc& d = m_ae.m_cameraDesc[0];
-    d.m_dMaxComplGain = 1.0;
-    d.m_dMaxWhiteBalanceGain = 1.0;
-    d.m_dMaxFactor = 16.0;
-    d.m_dMaxHardWhiteGain = 1.0;
-    d.m_dMinExposure = 0.05;
-    d.m_dMaxExposure = 10000.0;
-    d.m_dExposureKnee = 10000.0;
-    d.m_dExposureStep = 0.05;
-    d.m_dMinLevel = 0.0;
-    d.m_dMaxLevel = 1.0;
-    d.m_dSensitivity = 1.0;
-    d.m_dUpperGain = 16.0;
-    d.m_dLowerGain = 1.0;
+    d.m_dMaxComplGain = d.m_dMaxWhiteBalanceGain = d.m_dMaxHardWhiteGain = d.m_dLowerGain = 1.0;
+    d.m_dMaxLevel = d.m_dSensitivity = 1.0;
+    d.m_dMaxFactor = d.m_dUpperGain = 16.0;
+    d.m_dMinExposure = d.m_dExposureStep = 0.05;
+    d.m_dMaxExposure = d.m_dExposureKnee = 10000.0;
     m_ae.m_uiCameraDescCount = 1;
 }
 
@@ -85,7 +77,6 @@ CZxSimSetupUI::~CZxSimSetupUI()
         DestroyWindow(m_hDlg);
     m_camera.m_pUI = nullptr;
 }
-
 
 // ---- The page, written once for both hosts -------------------------------------------
 
@@ -346,7 +337,10 @@ void CZxSimSetupUI::StartAcquisition(int periodMs)
     if (m_thread.joinable())
         return;
     m_stop = false;
-    m_thread = std::thread([this, periodMs] { Acquire(periodMs); });
+    m_thread = std::thread([this, periodMs] {
+        for (; !m_stop; Sleep(DWORD(periodMs)))
+            AcquireFrame();
+    });
 }
 
 void CZxSimSetupUI::StopAcquisition()
@@ -356,51 +350,17 @@ void CZxSimSetupUI::StopAcquisition()
         m_thread.join();
 }
 
-void CZxSimSetupUI::Acquire(int periodMs)
-{
-    while (!m_stop) {
-        AcquireFrame();
-        Sleep(DWORD(periodMs));
-    }
-}
-
 void CZxSimSetupUI::AcquireFrame()
 {
-    std::unique_ptr<SZxAEHistogram>& hist = m_hist;
-    std::vector<uint32_t>& combined = m_combined;
-    {
-        std::unique_ptr<CZxGrabberSample01> frame(m_camera.Snap());
-        uint32_t w = 0, h = 0, bits = 0, comp = 0;
-        frame->GetPicBufNumbers(&w, &h, &bits, &comp);
-        const bool colour = comp == 3;
-        if (!hist || hist->iMaxBits != int(bits) || hist->bHasColor != colour)
-            hist = std::make_unique<SZxAEHistogram>(int(bits), !colour, colour);
-        // Statistics over the specimen, whose brightness the user adjusts for.
-        SZxGrabberProbe probe = SZxGrabberProbe::Circle(w / 2, h / 2, h * 27 / 100);
-        ZX_ComputeHistogramAE(hist.get(), frame.get(), &probe);
-
-        // The display model takes the combined counts and the components in
-        // memory order: blue, green, red.
-        const size_t levels = size_t(1) << bits;
-        SZxHisto display;
-        display.uiBits = bits;
-        if (colour) {
-            combined.assign(levels, 0);
-            for (int c = 1; c <= 3; ++c)
-                for (size_t i = 0; i < levels; ++i)
-                    combined[i] += hist->pdwHisto[c][i];
-            display.pdwHisto = combined.data();
-            display.uiComp = 3;
-            display.pdwCompHisto[0] = hist->pdwHisto[3];
-            display.pdwCompHisto[1] = hist->pdwHisto[2];
-            display.pdwCompHisto[2] = hist->pdwHisto[1];
-        } else {
-            display.pdwHisto = hist->pdwHisto[0];
-        }
-        OnNewHisto(display, colour ? uint32_t(CZxHistoDraw::PIXELKIND_RGB) : 0u);
-        ++m_frames;
-        AutoExpose(*hist);
-    }
+    std::unique_ptr<CZxGrabberSample01> frame(m_camera.Snap());
+    uint32_t w = 0, h = 0, bits = 0, comp = 0;
+    frame->GetPicBufNumbers(&w, &h, &bits, &comp);
+    // Statistics over the specimen, whose brightness the user adjusts for.
+    const SZxGrabberProbe probe = SZxGrabberProbe::Circle(w / 2, h / 2, h * 27 / 100);
+    const SZxAEHistogram& hist = *m_live.Count(std::move(frame), &probe);
+    OnNewFrameHisto(hist);
+    ++m_frames;
+    AutoExpose(hist);
 }
 
 void CZxSimSetupUI::AutoExpose(const SZxAEHistogram& hist)

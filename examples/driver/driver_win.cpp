@@ -168,10 +168,7 @@ public:
         ZX_ComputeHistogramAE(&m_hist, &frame, nullptr);
 
         // The live histogram of the open dialog (any thread may call this).
-        SZxHisto display;
-        display.uiBits = CExampleDevice::kBits;
-        display.pdwHisto = m_hist.pdwHisto[0];
-        m_ui.OnNewHisto(display, 0);
+        m_ui.OnNewFrameHisto(m_hist);
 
         if (autoExposure) {
             SZxAEFrameDesc next;

@@ -89,6 +89,9 @@ public:
     void IS_Help(int32_t buttonId, const wchar_t* topic);
     /// Handles the host's share of a message; true when handled (*result the
     /// dialog result). Everything else goes to the control list with *result 0.
+    /// @note The host's share (events, the wait cursor, the command button, the
+    ///       fast/quality box) is done only once a handler is set; without one
+    ///       every message goes straight to the control list.
     bool IS_ProcessMessage(ZxHWnd hwnd, UINT msg, int64_t wParam, int64_t lParam, int64_t* result,
                            CZxISControl** control);
     /// Reference-counted wait cursor, as in the dialog host; whether one was up.
@@ -159,7 +162,7 @@ protected:
     CZxStringW m_wstrHelpTopic;
 
 private:
-    bool OnCommandButton(HWND hwnd, int id);
+    bool DrawCommandButton(HWND hwnd, const DRAWITEMSTRUCT& dis);
     bool m_bHasHandler;
 };
 

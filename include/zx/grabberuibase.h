@@ -9,6 +9,7 @@
 #include "zx/export.h"
 #include "zx/grabberuiwrapper.h"
 #include "zx/histodraw.h"
+#include "zx/histogram.h"
 #include "zx/inputsetupcontrols.h"
 #include "zxhost/menu.h"
 #include "zxhost/provider.h"
@@ -140,8 +141,9 @@ ZX_API HMODULE ZX_GetLibraryModule();
 /// its dialog procedure to IS_Message first: on WM_INITDIALOG it calls
 /// IS_InitDialog, declares the histogram area (IS_Histo) and the special buttons,
 /// attaches its controls to the dialog, the provider and GetControls(), and
-/// shows their values. OnNewHisto and OnLiveChange may be called from the
-/// driver's acquisition thread; everything else runs on the dialog's thread.
+/// shows their values. OnNewFrameHisto (a driver's frame histogram as it is),
+/// OnNewHisto and OnLiveChange may be called from the driver's acquisition
+/// thread; everything else runs on the dialog's thread.
 class ZX_API CZxGrabberUI_Base : public IZxGrabberUI {
 public:
     /// No provider, no callback, no dialog; the histogram models sized 256 and 3 x 128 bins.
@@ -163,6 +165,11 @@ public:
     /// dialog draws only refresh the models, which the next drawing shows.
     /// `pixelKind` as CZxHistoDraw::SetHistogram takes it. Any thread. ZX_OK.
     int32_t OnNewHisto(SZxHisto& histo, uint32_t pixelKind) override;
+    /// The driver's hand-off of a frame histogram (as ZX_ComputeHistogramAE
+    /// fills it): converted by CZxHistoDraw::SetHistogram, colour frames as
+    /// PIXELKIND_RGB, then delivered as OnNewHisto delivers. A record the
+    /// models refuse (no bins, too deep) leaves them as they were. Any thread. ZX_OK.
+    int32_t OnNewFrameHisto(const SZxAEHistogram& histo);
     /// Shows the provider's values in every control. ZX_OK.
     int32_t OnNewCameraSettings() override;
     /// True while a modal dialog is open.
@@ -214,6 +221,10 @@ public:
     /// Handles the host's share of a dialog message; true when handled, with the
     /// dialog result in *result. Everything else goes to the control list, whose
     /// control (when one handled it) lands in *control.
+    /// @note The host's share (events, histogram painting, the special buttons,
+    ///       OK and Cancel, the restore on Cancel, the range-text colours) is
+    ///       done only when Init was given an application callback; without one
+    ///       every message goes straight to the control list.
     bool IS_Message(ZxHWnd hwnd, UINT msg, int64_t wParam, int64_t lParam, int64_t* result,
                     CZxISControl** control);
     /// Raises evLiveModeChange under a wait cursor (only with a callback).
@@ -287,8 +298,17 @@ protected:
     bool DrawButton(const DRAWITEMSTRUCT& dis, bool frame);
     /// Handles WM_COMMAND; true when the host consumed it.
     bool OnCommand(HWND hwnd, int64_t wParam, int64_t* result);
+    /// IS_Message's host share (a callback is set): false hands the message on
+    /// to the control list; true ends it, IS_Message returning *handled.
+    bool HostMessage(HWND hwnd, UINT msg, int64_t wParam, int64_t lParam, int64_t* result, bool* handled);
+    /// WM_CTLCOLORSTATIC of a range text while a colour histogram is shown:
+    /// its channel's colour; true with the brush in *result.
+    bool ColourRangeText(HWND hwnd, int64_t dc, int64_t item, int64_t* result);
     /// Closes an open dialog before another opens (modal: result 2).
     void CloseOpenDialog();
+    /// With the models just filled under `lock` (on m_histoLock): posts
+    /// WM_ZX_NEWHISTO unless one is queued; releases the lock.
+    void PostNewHisto(std::unique_lock<std::mutex>& lock);
 
     /// The provider given to Init (not owned).
     CZxGenProvider_Low* m_pProvider;

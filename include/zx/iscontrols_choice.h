@@ -4,7 +4,7 @@
 // list steppers. Classes ending in NT show their labels untranslated.
 // Windows only; every control runs on the dialog's (UI) thread.
 #pragma once
-#include "zx/inputsetupcontrols.h"
+#include "zx/iscontrolbase.h"
 #include "zxhost/vector.h"
 
 struct tagDRAWITEMSTRUCT;

@@ -3,7 +3,7 @@
 // command with the pressed button's index, and a static that shows a
 // property's value through a format. Windows only; UI thread only.
 #pragma once
-#include "zx/inputsetupcontrols.h"
+#include "zx/iscontrolbase.h"
 #include "zxhost/progressdialog.h"
 
 /// A push button that runs a command to its end under the wait cursor. The

@@ -1,6 +1,5 @@
 // The exposure time in a plain edit, over the numeric family's double edit.
-// Brought in at the end of iscontrols_numeric.h, so it follows its base class
-// whichever header a driver includes first. Windows only.
+// Windows only.
 #pragma once
 #include "zx/iscontrols_numeric.h"
 

@@ -3,7 +3,7 @@
 // types any value, which is parsed, clamped and written to the driver; and the
 // two temperature text conversions. The controls: Windows, UI thread only.
 #pragma once
-#include "zx/inputsetupcontrols.h"
+#include "zx/iscontrolbase.h"
 #include "zxhost/vector.h"
 
 /// The critical section guarding a class's attached controls and its hook.

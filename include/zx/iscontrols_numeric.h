@@ -12,7 +12,7 @@
 #pragma once
 #include <cstdint>
 #include <vector>
-#include "zx/inputsetupcontrols.h"
+#include "zx/iscontrolbase.h"
 
 /// Fraction digits for a step (or any shown value): with k = trunc(|x| * 1000 + 0.5),
 /// 3 when k is not a multiple of 10, else 2 when not of 100, else 1 when not of
@@ -517,6 +517,3 @@ protected:
     /// The static's window procedure before wrapping.
     void* m_pOldProc;
 };
-
-// The exposure edit builds on the double edit above.
-#include "zx/iscontrols_editexposure.h"

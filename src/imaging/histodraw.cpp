@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include "imaging/channels.h"
 #include "zx/status.h"
 #include "zxhost/system.h"
 
@@ -224,9 +225,9 @@ int CZxHistoDraw::SetHistogram(const SZxHisto& h, uint32_t pixelKind, const SZxL
     if (!buildComps)
         return ZX_OK;
     if (pixelKind == PIXELKIND_RGB) {
-        static const uint32_t kRgb[3] = {0xFF0000, 0x00FF00, 0x0000FF};   // COLORREF: blue, green, red
-        for (uint32_t c = 0; c < 3; ++c)
-            m_pCompColor[c] = kRgb[c];
+        m_pCompColor[zx::kBlue] = 0xFF0000;   // COLORREF
+        m_pCompColor[zx::kGreen] = 0x00FF00;
+        m_pCompColor[zx::kRed] = 0x0000FF;
     }
     for (uint32_t c = 0; c < components; ++c)
         BinLevels(h.pdwCompHisto[c], levels, divisor, lut, int(c), m_ppCompBins[c], &m_pCompMax[c],
@@ -244,13 +245,13 @@ int CZxHistoDraw::SetHistogram(const SZxAEHistogram& ae, uint32_t pixelKind, con
     while ((1u << h.uiBits) < n)
         ++h.uiBits;
     if (ae.bMono) {
-        h.pdwHisto = ae.pdwHisto[0];
+        h.pdwHisto = ae.pdwHisto[zx::kMonoBuffer];
         h.uiComp = 1;
         return SetHistogram(h, pixelKind, lut);
     }
-    const uint32_t* r = ae.pdwHisto[1];
-    const uint32_t* g = ae.pdwHisto[2];
-    const uint32_t* b = ae.pdwHisto[3];
+    const uint32_t* r = ae.pdwHisto[zx::BufferOf(zx::kRed)];
+    const uint32_t* g = ae.pdwHisto[zx::BufferOf(zx::kGreen)];
+    const uint32_t* b = ae.pdwHisto[zx::BufferOf(zx::kBlue)];
     if (!r || !g || !b)
         return ZX_E_FAIL;
     if (n > m_uiSumCap) {
@@ -262,9 +263,9 @@ int CZxHistoDraw::SetHistogram(const SZxAEHistogram& ae, uint32_t pixelKind, con
         m_pSumScratch[i] = r[i] + g[i] + b[i];
     h.pdwHisto = m_pSumScratch;
     h.uiComp = 3;
-    h.pdwCompHisto[0] = b;
-    h.pdwCompHisto[1] = g;
-    h.pdwCompHisto[2] = r;
+    h.pdwCompHisto[zx::kBlue] = b;
+    h.pdwCompHisto[zx::kGreen] = g;
+    h.pdwCompHisto[zx::kRed] = r;
     return SetHistogram(h, pixelKind, lut);
 }
 

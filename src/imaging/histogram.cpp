@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "imaging/channels.h"
 #include "imaging/histogram_kernels.h"
 #include "imaging/parallel.h"
 #include "imaging/pixel_io.h"
@@ -137,8 +138,9 @@ void CountRegion(SZxAEHistogram& h, const SZxPicBuf& pb, const SZxGrabberProbe* 
         for (int c = 0; c < 3; ++c)
             tops[c] = std::min(last, h.pdwClipLimits[c]);
     }
-    // Memory order is blue, green, red; buffers are 1 = red, 2 = green, 3 = blue.
-    uint32_t* const bins[3] = {pb.uiComp == 1 ? h.pdwHisto[0] : h.pdwHisto[3], h.pdwHisto[2], h.pdwHisto[1]};
+    // Kernels count in memory order.
+    uint32_t* const bins[3] = {pb.uiComp == 1 ? h.pdwHisto[zx::kMonoBuffer] : h.pdwHisto[zx::BufferOf(zx::kBlue)],
+                               h.pdwHisto[zx::BufferOf(zx::kGreen)], h.pdwHisto[zx::BufferOf(zx::kRed)]};
     auto count = [&](const std::vector<zx::HistogramSpan>& part, uint32_t* const to[3]) {
         if (pb.uiComp == 1)
             k.Mono(data, rowSamples, part.data(), part.size(), to[0], shift, tops[0]);

@@ -46,19 +46,19 @@ int32_t ZX_DrawCheckButton(const tagDRAWITEMSTRUCT* item, bool checked, bool dis
     }
     if (!drawText || !item->hwndItem)
         return ZX_OK;
-    wchar_t text[256] = {};
-    GetWindowTextW(item->hwndItem, text, 256);
+    const zxwin::Window window(item->hwndItem);
+    const CZxStringW text = window.Text(255);
     RECT textRect = rc;
     textRect.left += bitmapWidth + 4;
     HGDIOBJ oldFont = nullptr;
-    if (HFONT font = reinterpret_cast<HFONT>(SendMessageW(item->hwndItem, WM_GETFONT, 0, 0)))
+    if (HFONT font = window.Font())
         oldFont = SelectObject(dc, font);
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, GetSysColor(disabled ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
     RECT measured = textRect;
-    DrawTextW(dc, text, -1, &measured, DT_LEFT | DT_SINGLELINE | DT_VCENTER | DT_CALCRECT);
-    DrawTextW(dc, text, -1, &textRect, DT_LEFT | DT_SINGLELINE | DT_VCENTER);
-    if ((item->itemState & ODS_FOCUS) && text[0]) {
+    DrawTextW(dc, text.GetString(), -1, &measured, DT_LEFT | DT_SINGLELINE | DT_VCENTER | DT_CALCRECT);
+    DrawTextW(dc, text.GetString(), -1, &textRect, DT_LEFT | DT_SINGLELINE | DT_VCENTER);
+    if ((item->itemState & ODS_FOCUS) && !text.IsEmpty()) {
         const int h = measured.bottom - measured.top;
         RECT focus = {textRect.left - 1, rc.top + (rc.bottom - rc.top - h) / 2 - 1,
                       textRect.left + (measured.right - measured.left) + 1, rc.top + (rc.bottom - rc.top + h) / 2 + 1};
@@ -97,8 +97,8 @@ int32_t CZxISControlCheck::UpdateFromGeneric()
 int32_t CZxISControlCheck::ResetToDefault()
 {
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = WriteDefault(*this, value);
-    if (rc != ZX_OK)
+    int32_t rc = ZX_OK;
+    if (!_WriteDefault(value, rc))
         return rc;
     ShowValue(value.m_varValue);
     return ZX_OK;
@@ -161,8 +161,8 @@ int32_t CZxISControlCheckOwnerDraw::UpdateFromGeneric()
 int32_t CZxISControlCheckOwnerDraw::ResetToDefault()
 {
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = WriteDefault(*this, value);
-    if (rc != ZX_OK)
+    int32_t rc = ZX_OK;
+    if (!_WriteDefault(value, rc))
         return rc;
     m_bChecked = value.m_varValue.GetBool();
     Repaint();
@@ -266,7 +266,7 @@ int32_t CZxISControlRadio::Reinit()
 void CZxISControlRadio::Check(int32_t index)
 {
     for (int32_t id = m_iControlId; id <= m_iLastId; ++id)
-        SendDlgItemMessageW(H(m_hDlg), id, BM_SETCHECK, id - m_iControlId == index ? BST_CHECKED : BST_UNCHECKED, 0);
+        zxwin::Button(zxwin::Item(m_hDlg, id)).SetCheck(id - m_iControlId == index);
 }
 
 int32_t CZxISControlRadio::UpdateFromGeneric()
@@ -279,8 +279,8 @@ int32_t CZxISControlRadio::UpdateFromGeneric()
 int32_t CZxISControlRadio::ResetToDefault()
 {
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = WriteDefault(*this, value);
-    return rc == ZX_OK ? UpdateFromGeneric() : rc;
+    int32_t rc = ZX_OK;
+    return _WriteDefault(value, rc) ? UpdateFromGeneric() : rc;
 }
 
 int32_t CZxISControlRadio::GetPropValForGeneric(SZxGrabberPropertyValue& value)
@@ -363,7 +363,7 @@ int32_t CZxISControlSpinList::Reinit()
     CZxISChoiceEntries entries;
     const int32_t rc = ReadAnyEntries(*this, entries);
     const int32_t top = entries.GetSize() > 0 ? entries.GetSize() - 1 : 0;
-    SendDlgItemMessageW(H(m_hDlg), m_iSpinId, UDM_SETRANGE32, 0, top);
+    zxwin::UpDown(zxwin::Item(m_hDlg, m_iSpinId)).SetRange(0, top);
     return rc;
 }
 
@@ -374,7 +374,7 @@ void CZxISControlSpinList::ShowIndex(int32_t index)
     m_iIndex = valid ? index : -1;
     m_bUpdating = true;
     if (valid)
-        SendDlgItemMessageW(H(m_hDlg), m_iSpinId, UDM_SETPOS32, 0, index);
+        zxwin::UpDown(zxwin::Item(m_hDlg, m_iSpinId)).SetPos(index);
     SetDlgItemTextW(H(m_hDlg), m_iControlId, valid ? GetTranslation(entries[index].m_wstrLabel, kSource).GetString()
                                                    : L"");
     m_bUpdating = false;
@@ -390,8 +390,8 @@ int32_t CZxISControlSpinList::UpdateFromGeneric()
 int32_t CZxISControlSpinList::ResetToDefault()
 {
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = WriteDefault(*this, value);
-    return rc == ZX_OK ? UpdateFromGeneric() : rc;
+    int32_t rc = ZX_OK;
+    return _WriteDefault(value, rc) ? UpdateFromGeneric() : rc;
 }
 
 int32_t CZxISControlSpinList::GetPropValForGeneric(SZxGrabberPropertyValue& value)
@@ -413,7 +413,7 @@ bool CZxISControlSpinList::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wParam
                                        ZxLResult* result)
 {
     if ((message != WM_VSCROLL && message != WM_HSCROLL) ||
-        reinterpret_cast<HWND>(lParam) != GetDlgItem(H(m_hDlg), m_iSpinId) || m_bUpdating)
+        zxwin::Sender(lParam) != zxwin::Item(m_hDlg, m_iSpinId) || m_bUpdating)
         return false;
     // The up-down reports its new position with SB_THUMBPOSITION; its
     // end-of-scroll report brings nothing new.
@@ -487,8 +487,8 @@ int32_t CZxISControlNextPrevList::UpdateFromGeneric()
 int32_t CZxISControlNextPrevList::ResetToDefault()
 {
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = WriteDefault(*this, value);
-    return rc == ZX_OK ? UpdateFromGeneric() : rc;
+    int32_t rc = ZX_OK;
+    return _WriteDefault(value, rc) ? UpdateFromGeneric() : rc;
 }
 
 int32_t CZxISControlNextPrevList::GetPropValForGeneric(SZxGrabberPropertyValue& value)

@@ -9,22 +9,9 @@
 
 using namespace zxchoice;
 
-namespace {
-CZxStringW ItemText(HWND combo, int index)
-{
-    const LRESULT len = SendMessageW(combo, CB_GETLBTEXTLEN, index, 0);
-    if (len == CB_ERR)
-        return CZxStringW();
-    std::vector<wchar_t> buf(static_cast<size_t>(len) + 1, L'\0');
-    SendMessageW(combo, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(buf.data()));
-    return CZxStringW(buf.data());
-}
+using zxwin::Combo;
 
-int32_t Selection(HWND combo)
-{
-    const LRESULT sel = SendMessageW(combo, CB_GETCURSEL, 0, 0);
-    return sel == CB_ERR ? -1 : static_cast<int32_t>(sel);
-}
+namespace {
 
 // The last entry whose number equals the value (integer and double values alike).
 int32_t FindNumericEntry(const CZxISChoiceEntries& entries, const CZxVariant& value)
@@ -39,12 +26,12 @@ int32_t FindNumericEntry(const CZxISChoiceEntries& entries, const CZxVariant& va
 }
 
 // The selected entry's item data as a 32-bit integer value; no selection: -12.
-int32_t SelectedItemDataAsInt32(HWND combo, SZxGrabberPropertyValue& value)
+int32_t SelectedItemDataAsInt32(const Combo& combo, SZxGrabberPropertyValue& value)
 {
-    const LRESULT index = SendMessageW(combo, CB_GETCURSEL, 0, 0);
-    if (index == CB_ERR)
+    const int index = combo.Selection();
+    if (index < 0)
         return ZX_E_NOSELECTION;
-    value.m_varValue = static_cast<int>(SendMessageW(combo, CB_GETITEMDATA, index, 0));
+    value.m_varValue = static_cast<int>(combo.Data(index));
     value.m_varValue.SetTypeChangeAllowed(true);
     return ZX_OK;
 }
@@ -115,29 +102,28 @@ int32_t CZxISControlCombo::_ReadEntries(CZxISChoiceEntries& entries)
 
 bool CZxISControlCombo::_Fill(const CZxISChoiceEntries& entries, bool onlyWhenDifferent)
 {
-    HWND combo = H(GetItem());
-    if (!combo)
+    const Combo combo(GetItem());
+    if (!combo.Handle())
         return false;
     std::vector<CZxStringW> labels;
     for (const auto& e : entries)
         labels.push_back(GetTranslation(e.m_wstrLabel, kSource));
-    if (onlyWhenDifferent && SendMessageW(combo, CB_GETCOUNT, 0, 0) == static_cast<LRESULT>(labels.size())) {
+    if (onlyWhenDifferent && combo.Count() == static_cast<int>(labels.size())) {
         bool same = true;
-        for (size_t i = 0; same && i < labels.size(); ++i)
-            same = ItemText(combo, static_cast<int>(i)) == labels[i] &&
-                   SendMessageW(combo, CB_GETITEMDATA, i, 0) == _ItemData(entries[static_cast<int>(i)]);
+        for (int i = 0; same && i < static_cast<int>(labels.size()); ++i)
+            same = combo.ItemText(i) == labels[size_t(i)] && combo.Data(i) == _ItemData(entries[i]);
         if (same)
             return false;   // nothing to do, and no flicker
     }
-    SendMessageW(combo, WM_SETREDRAW, FALSE, 0);
-    SendMessageW(combo, CB_RESETCONTENT, 0, 0);
+    combo.SetRedraw(false);
+    combo.Clear();
     for (size_t i = 0; i < labels.size(); ++i) {
-        const LRESULT at = SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(labels[i].GetString()));
+        const int at = combo.Add(labels[i].GetString());
         if (at >= 0)
-            SendMessageW(combo, CB_SETITEMDATA, at, _ItemData(entries[static_cast<int>(i)]));
+            combo.SetData(at, _ItemData(entries[static_cast<int>(i)]));
     }
-    SendMessageW(combo, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(combo, nullptr, TRUE);
+    combo.SetRedraw(true);
+    InvalidateRect(combo.Handle(), nullptr, TRUE);
     return true;
 }
 
@@ -153,7 +139,7 @@ int32_t CZxISControlCombo::Reinit()
         SZxGrabberPropertyValue value(m_wstrName);
         const int32_t index =
             rc == ZX_OK && _GetPropValue(value) == ZX_OK ? _FindEntry(entries, value.m_varValue) : -1;
-        SendMessageW(H(GetItem()), CB_SETCURSEL, index, 0);
+        Combo(GetItem()).Select(index);
         _SelectionShown(index);
     }
     m_bUpdating = wasUpdating;
@@ -167,7 +153,7 @@ int32_t CZxISControlCombo::_Show(const CZxVariant& value)
     m_bUpdating = true;
     _Fill(entries, false);
     const int32_t index = rc == ZX_OK ? _FindEntry(entries, value) : -1;
-    SendMessageW(H(GetItem()), CB_SETCURSEL, index, 0);
+    Combo(GetItem()).Select(index);
     _SelectionShown(index);
     m_bUpdating = false;
     return rc;
@@ -191,15 +177,15 @@ int32_t CZxISControlCombo::ResetToDefault()
     if (m_bDropped)
         return ZX_E_BUSY;
     SZxGrabberPropertyValue value(m_wstrName);
-    const int32_t rc = WriteDefault(*this, value);
-    if (rc != ZX_OK)
+    int32_t rc = ZX_OK;
+    if (!_WriteDefault(value, rc))
         return rc;
     return _Show(value.m_varValue);
 }
 
 int32_t CZxISControlCombo::GetPropValForGeneric(SZxGrabberPropertyValue& value)
 {
-    const int32_t index = Selection(H(GetItem()));
+    const int32_t index = Combo(GetItem()).Selection();
     if (index < 0)
         return ZX_E_NOSELECTION;
     CZxISChoiceEntries entries;
@@ -226,7 +212,7 @@ bool CZxISControlCombo::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wParam, Z
         SZxGrabberPropertyValue value(m_wstrName);
         if (GetPropValForGeneric(value) == ZX_OK)
             _SetPropValue(value);
-        _SelectionShown(Selection(H(GetItem())));
+        _SelectionShown(Combo(GetItem()).Selection());
         SetResult(result);
         return true;
     }
@@ -265,7 +251,7 @@ int32_t CZxISControlComboEx::SetInfoText(const wchar_t* const* texts, int32_t co
     m_pInfoTexts->RemoveAll();
     for (int32_t i = 0; i < count; ++i)
         m_pInfoTexts->Add(CZxStringW(texts[i] ? texts[i] : L""));
-    _SelectionShown(static_cast<int32_t>(SendMessageW(H(GetItem()), CB_GETCURSEL, 0, 0)));
+    _SelectionShown(Combo(GetItem()).Selection());
     return ZX_OK;
 }
 
@@ -295,11 +281,11 @@ void CZxISControlComboEx::_SelectionShown(int32_t index)
                                        nullptr, nullptr, nullptr));
         if (!m_hTooltip)
             return;
-        SendMessageW(H(m_hTooltip), TTM_SETMAXTIPWIDTH, 0, 300);
-        SendMessageW(H(m_hTooltip), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+        zxwin::Tooltip(m_hTooltip).SetMaxWidth(300);
+        zxwin::Tooltip(m_hTooltip).AddTool(ti);
         return;
     }
-    SendMessageW(H(m_hTooltip), TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&ti));
+    zxwin::Tooltip(m_hTooltip).UpdateText(ti);
 }
 
 // ---- CZxISControlComboInt32 ----------------------------------------------------------
@@ -328,7 +314,7 @@ int32_t CZxISControlComboInt32::_FindEntry(const CZxISChoiceEntries& entries, co
 
 int32_t CZxISControlComboInt32::GetPropValForGeneric(SZxGrabberPropertyValue& value)
 {
-    return SelectedItemDataAsInt32(H(GetItem()), value);
+    return SelectedItemDataAsInt32(Combo(GetItem()), value);
 }
 
 // ---- CZxISControlComboDouble ---------------------------------------------------------
@@ -406,7 +392,7 @@ int32_t CZxISControlComboTextInt32::_FindEntry(const CZxISChoiceEntries& entries
 
 int32_t CZxISControlComboTextInt32::GetPropValForGeneric(SZxGrabberPropertyValue& value)
 {
-    return SelectedItemDataAsInt32(H(GetItem()), value);
+    return SelectedItemDataAsInt32(Combo(GetItem()), value);
 }
 
 CZxISControlComboTextDouble::CZxISControlComboTextDouble(const wchar_t* name, uint32_t mode, int32_t comboId,

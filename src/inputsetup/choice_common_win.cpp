@@ -60,14 +60,6 @@ bool AnyEntry(const CZxVariant& element, SZxISChoiceEntry& entry)
     }
 }
 
-int32_t WriteDefault(CZxISControl& control, SZxGrabberPropertyValue& value)
-{
-    const int32_t rc = control._GetPropDefaultValue(value);
-    if (rc == ZX_OK)
-        control._SetPropValue(value);
-    return rc;
-}
-
 int32_t CurrentEntry(CZxISControl& control, int32_t& status)
 {
     SZxGrabberPropertyValue value(control.GetName());

@@ -7,20 +7,11 @@
 #include "zxhost/system.h"
 
 using namespace zxchoice;
+using zxwin::Combo;
 
 namespace {
 // A provider that never ends its enumeration must not hang the dialog.
 const int kMaxEnumeration = 4096;
-
-CZxStringW ItemText(HWND combo, int index)
-{
-    const LRESULT len = SendMessageW(combo, CB_GETLBTEXTLEN, index, 0);
-    if (len == CB_ERR)
-        return CZxStringW();
-    std::vector<wchar_t> buf(static_cast<size_t>(len) + 1, L'\0');
-    SendMessageW(combo, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(buf.data()));
-    return CZxStringW(buf.data());
-}
 
 ZxLParam AsLParam(const void* p) { return reinterpret_cast<ZxLParam>(p); }
 } // namespace
@@ -60,24 +51,24 @@ int32_t CZxISControlComboFormat::Reinit()
             m_pFormats->Add(f);
         }
     }
-    HWND combo = H(GetItem());
-    if (!combo)
+    const Combo combo(GetItem());
+    if (!combo.Handle())
         return ZX_OK;
     std::vector<CZxStringW> names;
     for (const auto& f : *m_pFormats)
         names.push_back(GetTranslation(f.m_wstrName, kSource));
-    bool same = SendMessageW(combo, CB_GETCOUNT, 0, 0) == static_cast<LRESULT>(names.size());
+    bool same = combo.Count() == static_cast<int>(names.size());
     for (size_t i = 0; same && i < names.size(); ++i)
-        same = ItemText(combo, static_cast<int>(i)) == names[i];
+        same = combo.ItemText(static_cast<int>(i)) == names[i];
     if (same)
         return ZX_OK;
     m_bUpdating = true;
-    SendMessageW(combo, WM_SETREDRAW, FALSE, 0);
-    SendMessageW(combo, CB_RESETCONTENT, 0, 0);
+    combo.SetRedraw(false);
+    combo.Clear();
     for (const auto& n : names)
-        SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(n.GetString()));
-    SendMessageW(combo, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(combo, nullptr, TRUE);
+        combo.Add(n.GetString());
+    combo.SetRedraw(true);
+    InvalidateRect(combo.Handle(), nullptr, TRUE);
     m_bUpdating = false;
     return ZX_OK;
 }
@@ -97,9 +88,9 @@ int32_t CZxISControlComboFormat::UpdateFromGeneric()
     // past the end clears the selection on Windows but keeps it under Wine.
     if (index >= m_pFormats->GetSize())
         index = -1;
-    HWND combo = H(GetItem());
-    if (SendMessageW(combo, CB_GETCURSEL, 0, 0) != index)
-        SendMessageW(combo, CB_SETCURSEL, index, 0);
+    const Combo combo(GetItem());
+    if (combo.Selection() != index)
+        combo.Select(index);
     m_bUpdating = false;
     return ZX_OK;
 }
@@ -117,7 +108,7 @@ void CZxISControlComboFormat::SetFormat(SZxGrabberFormatValue& format)
 int32_t CZxISControlComboFormat::ResetToDefault()
 {
     if ((m_uiMode != ZX_MODE_FAST && m_uiMode != ZX_MODE_QUALITY) ||
-        SendMessageW(H(GetItem()), CB_GETCOUNT, 0, 0) <= 0)
+        Combo(GetItem()).Count() <= 0)
         return ZX_OK;
     const uint32_t flag = m_uiMode == ZX_MODE_FAST ? ZX_FORMAT_DEFAULT_FAST : ZX_FORMAT_DEFAULT_QUALITY;
     for (auto& f : *m_pFormats)
@@ -135,9 +126,9 @@ bool CZxISControlComboFormat::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wPa
 {
     if (!IsCommand(message, wParam, m_iControlId, CBN_SELCHANGE) || m_bUpdating)
         return false;
-    const LRESULT index = SendMessageW(H(GetItem()), CB_GETCURSEL, 0, 0);
+    const int index = Combo(GetItem()).Selection();
     if (index >= 0 && index < m_pFormats->GetSize()) {
-        SZxGrabberFormatValue format = (*m_pFormats)[static_cast<int>(index)];
+        SZxGrabberFormatValue format = (*m_pFormats)[index];
         SetFormat(format);
     }
     SetResult(result);
@@ -163,9 +154,9 @@ CZxISControlComboBinning::~CZxISControlComboBinning()
 // the control took its entries along, and the copies are freed all the same.
 void CZxISControlComboBinning::FreeCopies()
 {
-    HWND combo = H(GetItem());
-    if (combo && IsWindow(combo))
-        SendMessageW(combo, CB_RESETCONTENT, 0, 0);
+    const Combo combo(GetItem());
+    if (combo.Handle() && IsWindow(combo.Handle()))
+        combo.Clear();
     for (SZxGrabberFormatValue* copy : *m_pCopies) {
         copy->~SZxGrabberFormatValue();
         CZxAlloc::Free(copy);
@@ -190,8 +181,8 @@ int32_t CZxISControlComboBinning::Reinit()
     if (rc != ZX_OK)
         return rc;
     m_iGroup = current.m_iGroup;
-    HWND combo = H(GetItem());
-    if (!combo)
+    const Combo combo(GetItem());
+    if (!combo.Handle())
         return ZX_OK;
     const bool wasUpdating = m_bUpdating;
     m_bUpdating = true;
@@ -207,12 +198,12 @@ int32_t CZxISControlComboBinning::Reinit()
         if (!mem)
             break;
         auto* copy = new (mem) SZxGrabberFormatValue(f);
-        const LRESULT at = SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.GetString()));
-        if (at < 0 || SendMessageW(combo, CB_SETITEMDATA, at, reinterpret_cast<LPARAM>(copy)) == CB_ERR) {
+        const int at = combo.Add(text.GetString());
+        if (at < 0 || !combo.SetData(at, AsLParam(copy))) {
             copy->~SZxGrabberFormatValue();
             CZxAlloc::Free(copy);
             if (at >= 0)
-                SendMessageW(combo, CB_DELETESTRING, at, 0);
+                combo.Delete(at);
             continue;
         }
         m_pCopies->Add(copy);
@@ -232,18 +223,18 @@ int32_t CZxISControlComboBinning::UpdateFromGeneric()
     m_bUpdating = true;
     if (current.m_iGroup != m_iGroup)
         Reinit();
-    HWND combo = H(GetItem());
-    const LRESULT count = SendMessageW(combo, CB_GETCOUNT, 0, 0);
-    LRESULT index = 0;
-    for (LRESULT i = 0; i < count; ++i) {
-        const LRESULT data = SendMessageW(combo, CB_GETITEMDATA, i, 0);
+    const Combo combo(GetItem());
+    const int count = combo.Count();
+    int index = 0;
+    for (int i = 0; i < count; ++i) {
+        const LRESULT data = combo.Data(i);
         if (data != CB_ERR && data && reinterpret_cast<const SZxGrabberFormatValue*>(data)->m_wstrName ==
                                           current.m_wstrName) {
             index = i;
             break;
         }
     }
-    SendMessageW(combo, CB_SETCURSEL, index, 0);
+    combo.Select(index);
     m_bUpdating = false;
     return ZX_OK;
 }
@@ -253,9 +244,9 @@ bool CZxISControlComboBinning::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wP
 {
     if (!IsCommand(message, wParam, m_iControlId, CBN_SELCHANGE) || m_bUpdating)
         return false;
-    HWND combo = H(GetItem());
-    const LRESULT index = SendMessageW(combo, CB_GETCURSEL, 0, 0);
-    const LRESULT data = index == CB_ERR ? CB_ERR : SendMessageW(combo, CB_GETITEMDATA, index, 0);
+    const Combo combo(GetItem());
+    const int index = combo.Selection();
+    const LRESULT data = index < 0 ? CB_ERR : combo.Data(index);
     if (data != CB_ERR && data && m_pProvider) {
         SZxGrabberFormatValue format = *reinterpret_cast<const SZxGrabberFormatValue*>(data);
         const bool announce = m_uiMode == m_uiNotifyMode;

@@ -2,6 +2,7 @@
 #pragma once
 #include <windows.h>
 
+#include "inputsetup/wincontrols.h"
 #include "zx/iscontrols_choice.h"
 
 namespace zxchoice {
@@ -10,8 +11,8 @@ namespace zxchoice {
 extern const char kSource[];
 extern const wchar_t kSourceW[];
 
-inline HWND H(ZxHWnd w) { return reinterpret_cast<HWND>(w); }
-inline ZxHWnd Z(HWND w) { return reinterpret_cast<ZxHWnd>(w); }
+using zxwin::H;
+using zxwin::Z;
 
 /// Whether a WM_COMMAND comes from item `id` with notification `code`.
 inline bool IsCommand(uint32_t message, ZxWParam wParam, int32_t id, WORD code)
@@ -41,10 +42,6 @@ bool AnyEntry(const CZxVariant& element, SZxISChoiceEntry& entry);
 /// Reads the control's definition and turns the elements of `member` into
 /// entries with AnyEntry. The provider's status, or -9 for a bad list.
 int32_t ReadAnyEntries(CZxISControl& control, CZxISChoiceEntries& entries);
-
-/// Reads the property's default value into `value` and writes it to the driver;
-/// the status of the reading (nothing is written when it fails).
-int32_t WriteDefault(CZxISControl& control, SZxGrabberPropertyValue& value);
 
 /// The index of the driver's value among the control's list entries, -1 when it
 /// is none of them or cannot be read; `status` is the provider's or ReadAnyEntries'.

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <vector>
+#include "inputsetup/wincontrols.h"
 #include "zx/iscontrols_command.h"
 #include "zx/status.h"
 #include "zxhost/system.h"
@@ -11,12 +12,12 @@
 namespace {
 const char kSource[] = "inputsetupcontrols";
 
-HWND H(ZxHWnd w) { return reinterpret_cast<HWND>(w); }
+using zxwin::H;
 
 bool IsClickFrom(uint32_t message, ZxWParam wParam, ZxLParam lParam, ZxHWnd button)
 {
     return message == WM_COMMAND && HIWORD(wParam) == BN_CLICKED && lParam != 0 &&
-           reinterpret_cast<HWND>(lParam) == H(button);
+           zxwin::Sender(lParam) == H(button);
 }
 
 void SetResult(ZxLResult* result)
@@ -25,12 +26,6 @@ void SetResult(ZxLResult* result)
         *result = 0;
 }
 
-CZxStringW WindowText(HWND window, int maxChars)
-{
-    std::vector<wchar_t> buf(maxChars + 1, L'\0');
-    GetWindowTextW(window, buf.data(), maxChars + 1);
-    return CZxStringW(buf.data());
-}
 } // namespace
 
 // ---- CZxISControlPushCommand ------------------------------------------------------
@@ -101,7 +96,7 @@ int32_t CZxISControlPushCommandAsync::Reinit()
             SetWindowTextW(button, GetTranslation(desc.m_wstrText, kSource));
     } else if (!m_bRunning) {
         // While running the button shows "Cancel"; its own text is already saved.
-        m_wstrSavedText = WindowText(button, 256);
+        m_wstrSavedText = zxwin::Window(button).Text(256);
         m_bRunning = false;
     }
     return ZX_OK;

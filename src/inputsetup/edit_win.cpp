@@ -7,12 +7,13 @@
 #include <map>
 
 #include "inputsetup/numeric_def.h"
+#include "inputsetup/wincontrols.h"
 #include "zx/iscontrols_numeric.h"
 #include "zx/status.h"
 #include "zxhost/system.h"
 
 namespace {
-HWND H(ZxHWnd h) { return reinterpret_cast<HWND>(h); }
+using zxwin::H;
 
 // Edit window -> control. Window procedures look controls up here, so every
 // access holds the lock.
@@ -45,11 +46,10 @@ LRESULT CALLBACK EditHook(HWND edit, UINT message, WPARAM wParam, LPARAM lParam)
 // "abc" would change the driver's value behind the user's back.
 bool ParseNumber(HWND edit, double& value)
 {
-    wchar_t text[65] = {};
-    GetWindowTextW(edit, text, 65);
+    const CZxStringW text = zxwin::Window(edit).Text(64);
     wchar_t* end = nullptr;
-    value = std::wcstod(text, &end);
-    return end != text && std::isfinite(value);
+    value = std::wcstod(text.GetString(), &end);
+    return end != text.GetString() && std::isfinite(value);
 }
 } // namespace
 
@@ -189,7 +189,7 @@ bool CZxISControlEditBase::OnKey(unsigned key)
 bool CZxISControlEditBase::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wParam, ZxLParam lParam,
                                        ZxLResult* result)
 {
-    if (message != WM_COMMAND || reinterpret_cast<HWND>(lParam) != H(GetItem()))
+    if (message != WM_COMMAND || zxwin::Sender(lParam) != H(GetItem()))
         return false;
     switch (HIWORD(wParam)) {
     case EN_CHANGE:
@@ -275,14 +275,10 @@ int32_t CZxISControlEditInt32::UpdateFromGeneric()
 
 int32_t CZxISControlEditInt32::ResetToDefault()
 {
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = _GetPropDefaultValue(value);
-    if (status != ZX_OK)
-        return status;
-    status = _SetPropValue(value);
-    m_bPending = false;
-    UpdateFromGeneric();
-    return status;
+    return _WriteDefaultAndShow([this](const SZxGrabberPropertyValue&) {
+        m_bPending = false;
+        UpdateFromGeneric();
+    });
 }
 
 int32_t CZxISControlEditInt32::GetPropValForGeneric(SZxGrabberPropertyValue& value)
@@ -373,14 +369,10 @@ int32_t CZxISControlEditDouble::ResetToDefault()
 {
     if (m_dStep < 0)
         return ZX_E_FAIL;
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = _GetPropDefaultValue(value);
-    if (status != ZX_OK)
-        return status;
-    status = _SetPropValue(value);
-    m_bPending = false;
-    UpdateFromGeneric();
-    return status;
+    return _WriteDefaultAndShow([this](const SZxGrabberPropertyValue&) {
+        m_bPending = false;
+        UpdateFromGeneric();
+    });
 }
 
 int32_t CZxISControlEditDouble::GetPropValForGeneric(SZxGrabberPropertyValue& value)

@@ -6,6 +6,8 @@
 
 #include <cmath>
 #include <vector>
+#include "inputsetup/wincontrols.h"
+#include "zx/iscontrols_editexposure.h"
 #include "zx/iscontrols_freecombo.h"
 #include "zx/status.h"
 #include "zxhost/exposure.h"
@@ -29,7 +31,8 @@ const WPARAM kEnter = 13, kEscape = 27;
 // The exposure combo's list height in pixels, and the fewest items it shows.
 const int kListHeight = 400, kMinVisible = 40;
 
-HWND H(ZxHWnd w) { return reinterpret_cast<HWND>(w); }
+using zxwin::Combo;
+using zxwin::H;
 
 class Guard {
 public:
@@ -129,29 +132,15 @@ bool FocusIn(HWND combo)
     return focus && (focus == combo || IsChild(combo, focus));
 }
 
-CZxStringW ComboText(HWND combo)
-{
-    wchar_t buf[65] = {};
-    GetWindowTextW(combo, buf, 65);
-    return CZxStringW(buf);
-}
-
-CZxStringW ItemText(HWND combo, int index)
-{
-    const LRESULT len = SendMessageW(combo, CB_GETLBTEXTLEN, index, 0);
-    if (len < 0)
-        return CZxStringW();
-    std::vector<wchar_t> buf(static_cast<size_t>(len) + 1, L'\0');
-    SendMessageW(combo, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(buf.data()));
-    return CZxStringW(buf.data());
-}
+// What the user typed (the longest a value's text can be).
+CZxStringW ComboText(const Combo& combo) { return combo.Text(64); }
 
 // An index for CB_SETCURSEL: within the combo's items, else -1 (no selection).
 // An index past the end clears the selection on Windows but keeps it under Wine,
 // so it is never sent.
-int InCombo(HWND combo, int index)
+int InCombo(const Combo& combo, int index)
 {
-    const LRESULT count = SendMessageW(combo, CB_GETCOUNT, 0, 0);
+    const int count = combo.Count();
     return index >= 0 && count != CB_ERR && index < count ? index : -1;
 }
 
@@ -275,12 +264,12 @@ template <class C> struct ZxFreeComboOps {
             return false;
         if (key == kEnter && c.m_bEditing) {
             c.m_bEditing = false;
-            SendMessageW(H(c.m_hDlg), c.m_uiMessage, kEnter, c.m_iControlId);
+            zxwin::Dialog(c.m_hDlg).Notify(c.m_uiMessage, kEnter, c.m_iControlId);
             return true;
         }
         if (key == kEscape || key == kEnter) {
             c.m_bEditing = false;
-            SendMessageW(H(c.m_hDlg), c.m_uiMessage, kEscape, c.m_iControlId);
+            zxwin::Dialog(c.m_hDlg).Notify(c.m_uiMessage, kEscape, c.m_iControlId);
             return true;
         }
         return false;
@@ -343,7 +332,7 @@ template <class C> struct ZxFreeComboOps {
     static void DroppedDown(CZxISControlComboFreeExposure& e) { e.SelectNearestInList(); }
     static void ClosedUp(CZxISControlComboFreeExposure& e, ZxHWnd dialog)
     {
-        SendMessageW(H(dialog ? dialog : e.m_hDlg), e.m_uiMessage, kEscape, e.m_iControlId);
+        zxwin::Dialog(dialog ? dialog : e.m_hDlg).Notify(e.m_uiMessage, kEscape, e.m_iControlId);
     }
     static CZxStringW Text(CZxISControlComboFreeTemperature& t, double value)
     {
@@ -418,7 +407,7 @@ int32_t CZxISControlComboFreeExposure::Attach(ZxHWnd dialog, CZxGenProvider_Low*
         GetWindowRect(combo, &rc);
         SetWindowPos(combo, nullptr, 0, 0, rc.right - rc.left, kListHeight,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_SHOWWINDOW);
-        SendMessageW(combo, CB_SETMINVISIBLE, kMinVisible, 0);
+        Combo(combo).SetMinVisible(kMinVisible);
     }
     return ZX_OK;
 }
@@ -470,22 +459,21 @@ int32_t CZxISControlComboFreeExposure::Reinit()
     m_dMax = def[L"m_dMax"].GetDouble();
     m_dStep = def[L"m_dStep"].GetDouble();
     m_dOneFrameExp = def[L"m_dOneFrameExp"].GetDouble();
-    HWND combo = H(m_hCombo);
-    SendMessageW(combo, CB_RESETCONTENT, 0, 0);
+    const Combo combo(m_hCombo);
+    combo.Clear();
     const CZxVariant& presets = def[L"m_List"];
     double largest = 0.0;
     for (int i = 0; i < presets.GetCount(); ++i) {
         const double v = presets[i][L"m_dValue"].GetDouble();
         if (v < m_dMin || v > m_dMax)
             continue;
-        SendMessageW(combo, CB_ADDSTRING, 0,
-                     reinterpret_cast<LPARAM>(presets[i][L"m_wstrText"].GetCZxStringW().GetString()));
+        combo.Add(presets[i][L"m_wstrText"].GetCZxStringW().GetString());
         if (v > largest)
             largest = v;
     }
     // The maximum is offered too when it lies well above the last preset.
     if (m_dMax > largest * 1.05)
-        SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Format(m_dMax).GetString()));
+        combo.Add(Format(m_dMax).GetString());
     return ZX_OK;
 }
 
@@ -496,9 +484,8 @@ CZxStringW CZxISControlComboFreeExposure::Format(double value) const
 
 double CZxISControlComboFreeExposure::GetComboValue(bool selected)
 {
-    HWND combo = H(m_hCombo);
-    const CZxStringW text =
-        selected ? ItemText(combo, static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0))) : ComboText(combo);
+    const Combo combo(m_hCombo);
+    const CZxStringW text = selected ? combo.ItemText(combo.Selection()) : ComboText(combo);
     bool ok = false;
     const double v = ZX_TextToExposure(text, m_dOneFrameExp, m_dMin, m_dMax, &ok);
     if (ok)
@@ -511,15 +498,14 @@ double CZxISControlComboFreeExposure::GetComboValue(bool selected)
 
 void CZxISControlComboFreeExposure::SelectNearest(double value, bool setText)
 {
-    HWND combo = H(m_hCombo);
-    const int count = static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0));
-    const int index = NearestIndex(count, value, [&](int i) {
-        return ZX_TextToExposure(ItemText(combo, i), m_dOneFrameExp, m_dMin, m_dMax, nullptr);
+    const Combo combo(m_hCombo);
+    const int index = NearestIndex(combo.Count(), value, [&](int i) {
+        return ZX_TextToExposure(combo.ItemText(i), m_dOneFrameExp, m_dMin, m_dMax, nullptr);
     });
-    SendMessageW(combo, CB_SETCURSEL, InCombo(combo, index), 0);
+    combo.Select(InCombo(combo, index));
     // A typed value that is no preset is still shown exactly.
     if (setText)
-        SetWindowTextW(combo, Format(value));
+        SetWindowTextW(combo.Handle(), Format(value));
 }
 
 void CZxISControlComboFreeExposure::SelectNearestInList()
@@ -545,7 +531,8 @@ void CZxISControlComboFreeExposure::SelectNearestInList()
     }
     if (index < 0 && place > 0)
         index = 0;   // nothing nearer than the limit: the first, as NearestIndex does
-    SendMessageW(H(m_hCombo), CB_SETCURSEL, InCombo(H(m_hCombo), index), 0);
+    const Combo combo(m_hCombo);
+    combo.Select(InCombo(combo, index));
 }
 
 void CZxISControlComboFreeExposure::Commit() { ZxFreeComboOps<CZxISControlComboFreeExposure>::Commit(*this); }
@@ -579,22 +566,23 @@ ZxLResult CZxISControlComboFreeExposure::ComboProc(ZxHWnd comboZx, uint32_t mess
     auto* self = reinterpret_cast<CZxISControlComboFreeExposure*>(GetWindowLongPtrW(combo, GWLP_USERDATA));
     if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
         // A click anywhere opens the list with the current value in its middle.
-        SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
-        const int itemHeight = static_cast<int>(SendMessageW(combo, CB_GETITEMHEIGHT, 0, 0));
-        const int count = static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0));
+        const Combo box(combo);
+        box.ShowDropDown(true);
+        const int itemHeight = box.ItemHeight();
+        const int count = box.Count();
         int visible = itemHeight > 0 ? kListHeight / itemHeight : count;
         if (visible > count)
             visible = count;
         const int half = (visible - 1) / 2;
-        const int top = static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)) - half;
+        const int top = box.Selection() - half;
         // Straight to the list box, which is what CB_SETTOPINDEX forwards to: not
         // every window system forwards it.
         COMBOBOXINFO info{};
         info.cbSize = sizeof(info);
         if (GetComboBoxInfo(combo, &info) && info.hwndList)
-            SendMessageW(info.hwndList, LB_SETTOPINDEX, top < 1 ? 0 : top, 0);
+            zxwin::ListBox(info.hwndList).SetTopIndex(top < 1 ? 0 : top);
         else
-            SendMessageW(combo, CB_SETTOPINDEX, top < 1 ? 0 : top, 0);
+            box.SetTopIndex(top < 1 ? 0 : top);
         return 1;
     }
     if (!self || !self->m_pfnOldProc)
@@ -692,22 +680,21 @@ int32_t CZxISControlComboFreeTemperature::Reinit()
     m_dMax = def[L"m_dMax"].GetDouble();
     m_dStep = def[L"m_dStep"].GetDouble();
     m_iDecimals = ZX_DecimalsFromStep(m_dStep);
-    HWND combo = H(m_hCombo);
-    SendMessageW(combo, CB_RESETCONTENT, 0, 0);
+    const Combo combo(m_hCombo);
+    combo.Clear();
     const CZxVariant& presets = def[L"m_List"];
     for (int i = 0; i < presets.GetCount(); ++i)
-        SendMessageW(combo, CB_ADDSTRING, 0,
-                     reinterpret_cast<LPARAM>(presets[i][L"m_wstrText"].GetCZxStringW().GetString()));
+        combo.Add(presets[i][L"m_wstrText"].GetCZxStringW().GetString());
     return ZX_OK;
 }
 
 double CZxISControlComboFreeTemperature::GetComboValue(bool selected)
 {
-    HWND combo = H(m_hCombo);
+    const Combo combo(m_hCombo);
     if (selected) {
         CZxVariant def;
         _GetPropDefinition(def);
-        const int index = static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0));
+        const int index = combo.Selection();
         const CZxVariant& presets = def[L"m_List"];
         if (index >= 0 && index < presets.GetCount())
             return presets[index][L"m_dValue"].GetDouble();
@@ -723,12 +710,12 @@ void CZxISControlComboFreeTemperature::SelectNearest(double value, bool setText)
     const CZxVariant& presets = def[L"m_List"];
     const int index =
         NearestIndex(presets.GetCount(), value, [&](int i) { return presets[i][L"m_dValue"].GetDouble(); });
-    HWND combo = H(m_hCombo);
-    SendMessageW(combo, CB_SETCURSEL, InCombo(combo, index), 0);
+    const Combo combo(m_hCombo);
+    combo.Select(InCombo(combo, index));
     if (setText) {
         CZxStringW text;
         ZX_TemperatureToText(text, value, m_iDecimals);
-        SetWindowTextW(combo, text);
+        SetWindowTextW(combo.Handle(), text);
     }
 }
 
@@ -775,7 +762,7 @@ int32_t CZxISControlEditExposure::GetEditValue(double& value)
     CZxVariant def;
     _GetPropDefinition(def);
     bool ok = false;
-    const double typed = ZX_TextToExposure(ComboText(H(GetItem())), -1.0, def[L"m_dMin"].GetDouble(),
+    const double typed = ZX_TextToExposure(ComboText(Combo(GetItem())), -1.0, def[L"m_dMin"].GetDouble(),
                                            def[L"m_dMax"].GetDouble(), &ok);
     if (ok) {
         value = typed;

@@ -1,4 +1,4 @@
-#include "zx/inputsetupcontrols.h"
+#include "zx/iscontrolbase.h"
 
 #include <string>
 #include "inputsetup/isdialog.h"
@@ -65,6 +65,22 @@ int32_t CZxISControl::Enable(bool enable)
 int32_t CZxISControl::Show(bool show)
 {
     return zxis::ShowItem(GetItem(), show) ? ZX_OK : ZX_E_WINDOW;
+}
+
+bool CZxISControl::_WriteDefault(SZxGrabberPropertyValue& value, int32_t& status)
+{
+    status = _GetPropDefaultValue(value);
+    if (status != ZX_OK)
+        return false;
+    status = _SetPropValue(value);
+    return true;
+}
+
+int32_t CZxISControl::_RefreshIfEnabled(bool enabled)
+{
+    if (enabled)
+        UpdateFromGeneric();
+    return ZX_OK;
 }
 
 int32_t CZxISControl::Reinit() { return ZX_OK; }

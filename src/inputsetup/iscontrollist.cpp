@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <map>
 #include <vector>
-#include "zx/inputsetupcontrols.h"
+#include "zx/iscontrolbase.h"
 #include "zx/status.h"
 
 // Message numbers routed to the controls; the system headers are not available here.

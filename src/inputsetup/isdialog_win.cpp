@@ -2,6 +2,7 @@
 
 #include <type_traits>
 #include "inputsetup/isdialog.h"
+#include "inputsetup/wincontrols.h"
 
 // The portable hook signatures must be the system's own, or derived controls
 // written against WPARAM/LPARAM/LRESULT would not override them.
@@ -14,22 +15,22 @@ namespace zxis {
 
 ZxHWnd DlgItem(ZxHWnd dialog, int id)
 {
-    return dialog ? reinterpret_cast<ZxHWnd>(GetDlgItem(reinterpret_cast<HWND>(dialog), id)) : nullptr;
+    return dialog ? zxwin::Z(zxwin::Item(dialog, id)) : nullptr;
 }
 
 ZxLResult Send(ZxHWnd window, unsigned message, ZxWParam wParam, ZxLParam lParam)
 {
-    return window ? SendMessageW(reinterpret_cast<HWND>(window), message, wParam, lParam) : 0;
+    return window ? SendMessageW(zxwin::H(window), message, wParam, lParam) : 0;
 }
 
 int EnableItem(ZxHWnd item, bool enable)
 {
-    return EnableWindow(reinterpret_cast<HWND>(item), enable ? TRUE : FALSE);
+    return EnableWindow(zxwin::H(item), enable ? TRUE : FALSE);
 }
 
 int ShowItem(ZxHWnd item, bool show)
 {
-    return ShowWindow(reinterpret_cast<HWND>(item), show ? SW_SHOW : SW_HIDE);
+    return ShowWindow(zxwin::H(item), show ? SW_SHOW : SW_HIDE);
 }
 
 } // namespace zxis

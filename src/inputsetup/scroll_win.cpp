@@ -6,11 +6,13 @@
 #include <cmath>
 
 #include "inputsetup/numeric_def.h"
+#include "inputsetup/wincontrols.h"
 #include "zx/iscontrols_numeric.h"
 #include "zx/status.h"
 
 namespace {
-HWND H(ZxHWnd h) { return reinterpret_cast<HWND>(h); }
+using zxwin::H;
+using zxwin::Sender;
 
 bool IsTrackBar(HWND item)
 {
@@ -23,28 +25,31 @@ bool IsTrackBar(HWND item)
 void SetRange(HWND item, int32_t maxPos)
 {
     if (IsTrackBar(item)) {
-        SendMessageW(item, TBM_SETRANGEMIN, FALSE, 0);
-        SendMessageW(item, TBM_SETRANGEMAX, TRUE, maxPos);
-        SendMessageW(item, TBM_SETPAGESIZE, 0, 10);
+        const zxwin::TrackBar bar(item);
+        bar.SetRangeMin(0, false);
+        bar.SetRangeMax(maxPos, true);
+        bar.SetPageSize(10);
     } else {
-        SendMessageW(item, SBM_SETRANGEREDRAW, 0, maxPos);
+        zxwin::ScrollBar(item).SetRange(maxPos);
     }
 }
 
 void SetPos(HWND item, int32_t pos)
 {
-    SendMessageW(item, IsTrackBar(item) ? TBM_SETPOS : SBM_SETPOS, IsTrackBar(item) ? TRUE : pos,
-                 IsTrackBar(item) ? pos : TRUE);
+    if (IsTrackBar(item))
+        zxwin::TrackBar(item).SetPos(pos);
+    else
+        zxwin::ScrollBar(item).SetPos(pos);
 }
 
 int32_t GetPos(HWND item)
 {
-    return static_cast<int32_t>(SendMessageW(item, IsTrackBar(item) ? TBM_GETPOS : SBM_GETPOS, 0, 0));
+    return IsTrackBar(item) ? zxwin::TrackBar(item).Pos() : zxwin::ScrollBar(item).Pos();
 }
 
 bool Colour(uint32_t colour, HWND own, ZxLParam sender, ZxWParam dc, ZxLResult* result)
 {
-    if (colour == ZX_ISCOLOR_NONE || !own || reinterpret_cast<HWND>(sender) != own)
+    if (colour == ZX_ISCOLOR_NONE || !own || Sender(sender) != own)
         return false;
     SetTextColor(reinterpret_cast<HDC>(dc), colour);
     SetBkMode(reinterpret_cast<HDC>(dc), TRANSPARENT);
@@ -139,15 +144,11 @@ int32_t CZxISControlScrollDouble::ShowDefaultValue(PositionOf toPos)
 {
     if (!Usable())
         return ZX_E_FAIL;
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = _GetPropDefaultValue(value);
-    if (status != ZX_OK)
-        return status;
-    status = _SetPropValue(value);
-    m_bBusy = true;
-    ShowValue(value.m_varValue.GetDouble(), toPos(*this, value.m_varValue.GetDouble()));
-    m_bBusy = false;
-    return status;
+    return _WriteDefaultAndShow([&](const SZxGrabberPropertyValue& value) {
+        m_bBusy = true;
+        ShowValue(value.m_varValue.GetDouble(), toPos(*this, value.m_varValue.GetDouble()));
+        m_bBusy = false;
+    });
 }
 
 int32_t CZxISControlScrollDouble::UpdateFromGeneric()
@@ -172,9 +173,7 @@ int32_t CZxISControlScrollDouble::Enable(bool enable)
 {
     m_bEnabled = enable;
     ApplyEnable();
-    if (enable)
-        UpdateFromGeneric();
-    return ZX_OK;
+    return _RefreshIfEnabled(enable);
 }
 
 int32_t CZxISControlScrollDouble::ScrollBy(ZxWParam wParam)
@@ -211,7 +210,7 @@ bool CZxISControlScrollDouble::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wP
                                            ZxLResult* result)
 {
     if (message == WM_HSCROLL) {
-        if (m_bBusy || !Usable() || reinterpret_cast<HWND>(lParam) != H(GetItem()))
+        if (m_bBusy || !Usable() || Sender(lParam) != H(GetItem()))
             return false;
         const int32_t pos = ScrollBy(wParam);
         if (pos >= 0) {
@@ -436,15 +435,11 @@ int32_t CZxISControlScrollString::ResetToDefault()
 {
     if (!Usable())
         return ZX_E_FAIL;
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = _GetPropDefaultValue(value);
-    if (status != ZX_OK)
-        return status;
-    status = _SetPropValue(value);
-    m_bBusy = true;
-    ShowElement(value.m_varValue);
-    m_bBusy = false;
-    return status;
+    return _WriteDefaultAndShow([this](const SZxGrabberPropertyValue& value) {
+        m_bBusy = true;
+        ShowElement(value.m_varValue);
+        m_bBusy = false;
+    });
 }
 
 int32_t CZxISControlScrollString::GetPropValForGeneric(SZxGrabberPropertyValue& value)
@@ -492,7 +487,7 @@ bool CZxISControlSliderDouble::DlgProcHook(ZxHWnd dialog, uint32_t message, ZxWP
 {
     if (message != WM_HSCROLL && message != WM_VSCROLL)
         return CZxISControlScrollDouble::DlgProcHook(dialog, message, wParam, lParam, result);
-    if (m_bBusy || !Usable() || reinterpret_cast<HWND>(lParam) != H(GetItem()))
+    if (m_bBusy || !Usable() || Sender(lParam) != H(GetItem()))
         return false;
     // The track bar has moved itself before it notifies: write when it left the
     // position the control last showed.
@@ -520,9 +515,7 @@ int32_t CZxISControlSliderListInt32::Enable(bool enable)
 {
     m_bEnabled = enable;
     ApplyEnable();
-    if (enable)
-        UpdateFromGeneric();
-    return ZX_OK;
+    return _RefreshIfEnabled(enable);
 }
 
 int32_t CZxISControlSliderListInt32::Reinit()
@@ -582,15 +575,11 @@ int32_t CZxISControlSliderListInt32::ResetToDefault()
 {
     if (m_vecValues.empty())
         return ZX_E_FAIL;
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = _GetPropDefaultValue(value);
-    if (status != ZX_OK)
-        return status;
-    status = _SetPropValue(value);
-    m_bBusy = true;
-    ShowValue(value.m_varValue);
-    m_bBusy = false;
-    return status;
+    return _WriteDefaultAndShow([this](const SZxGrabberPropertyValue& value) {
+        m_bBusy = true;
+        ShowValue(value.m_varValue);
+        m_bBusy = false;
+    });
 }
 
 int32_t CZxISControlSliderListInt32::GetPropValForGeneric(SZxGrabberPropertyValue& value)
@@ -605,7 +594,7 @@ int32_t CZxISControlSliderListInt32::GetPropValForGeneric(SZxGrabberPropertyValu
 bool CZxISControlSliderListInt32::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam, ZxLParam lParam, ZxLResult* result)
 {
     if ((message != WM_HSCROLL && message != WM_VSCROLL) || m_bBusy || m_vecValues.empty() ||
-        reinterpret_cast<HWND>(lParam) != H(GetItem()))
+        Sender(lParam) != H(GetItem()))
         return false;
     const int32_t pos = GetPos(H(GetItem()));
     if (pos != m_iLastPos && pos >= 0 && pos < GetCount()) {

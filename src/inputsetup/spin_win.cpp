@@ -5,11 +5,14 @@
 #include <cmath>
 
 #include "inputsetup/numeric_def.h"
+#include "inputsetup/wincontrols.h"
 #include "zx/iscontrols_numeric.h"
 #include "zx/status.h"
 
 namespace {
-HWND H(ZxHWnd h) { return reinterpret_cast<HWND>(h); }
+using zxwin::H;
+using zxwin::Sender;
+using zxwin::UpDown;
 } // namespace
 
 CZxISControlSpinBase::CZxISControlSpinBase(const wchar_t* name, uint32_t mode, int32_t editId, uint32_t groupMask,
@@ -30,8 +33,8 @@ int32_t CZxISControlSpinBase::Attach(ZxHWnd dialog, CZxGenProvider_Low* provider
     for (HWND w = edit ? GetWindow(H(dialog), GW_CHILD) : nullptr; w; w = GetWindow(w, GW_HWNDNEXT)) {
         wchar_t cls[32] = {};
         GetClassNameW(w, cls, 32);
-        if (lstrcmpiW(cls, UPDOWN_CLASSW) == 0 && reinterpret_cast<HWND>(SendMessageW(w, UDM_GETBUDDY, 0, 0)) == edit) {
-            m_hUpDown = reinterpret_cast<ZxHWnd>(w);
+        if (lstrcmpiW(cls, UPDOWN_CLASSW) == 0 && UpDown(w).Buddy() == edit) {
+            m_hUpDown = zxwin::Z(w);
             break;
         }
     }
@@ -60,9 +63,7 @@ int32_t CZxISControlSpinBase::Enable(bool enable)
 {
     m_bEnabled = enable;
     ApplyEnable();
-    if (enable)
-        UpdateFromGeneric();
-    return ZX_OK;
+    return _RefreshIfEnabled(enable);
 }
 
 int32_t CZxISControlSpinBase::Unusable()
@@ -76,7 +77,7 @@ void CZxISControlSpinBase::SetPositions(int32_t count)
 {
     m_iCount = count;
     if (m_hUpDown)
-        SendMessageW(H(m_hUpDown), UDM_SETRANGE32, 0, count - 1);
+        UpDown(m_hUpDown).SetRange(0, count - 1);
     ApplyEnable();
 }
 
@@ -84,7 +85,7 @@ void CZxISControlSpinBase::ShowValue(double value)
 {
     m_iLastPos = ValueToPos(value);
     if (m_hUpDown)
-        SendMessageW(H(m_hUpDown), UDM_SETPOS32, 0, m_iLastPos);
+        UpDown(m_hUpDown).SetPos(m_iLastPos);
     SetWindowTextW(H(GetItem()), ValueToText(value));
 }
 
@@ -105,22 +106,16 @@ int32_t CZxISControlSpinBase::ResetToDefault()
 {
     if (m_iCount <= 0)
         return ZX_E_FAIL;
-    SZxGrabberPropertyValue value(m_wstrName);
-    int32_t status = _GetPropDefaultValue(value);
-    if (status != ZX_OK)
-        return status;
-    status = _SetPropValue(value);
-    m_bBusy = true;
-    ShowValue(value.m_varValue.GetDouble());
-    m_bBusy = false;
-    return status;
+    return _WriteDefaultAndShow([this](const SZxGrabberPropertyValue& value) {
+        m_bBusy = true;
+        ShowValue(value.m_varValue.GetDouble());
+        m_bBusy = false;
+    });
 }
 
 int32_t CZxISControlSpinBase::CurrentPos() const
 {
-    BOOL failed = FALSE;
-    const LRESULT pos = m_hUpDown ? SendMessageW(H(m_hUpDown), UDM_GETPOS32, 0, reinterpret_cast<LPARAM>(&failed)) : 0;
-    return static_cast<int32_t>(pos);
+    return m_hUpDown ? UpDown(m_hUpDown).Pos() : 0;
 }
 
 int32_t CZxISControlSpinBase::GetPropValForGeneric(SZxGrabberPropertyValue& value)
@@ -144,7 +139,7 @@ bool CZxISControlSpinBase::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wParam
                                        ZxLResult* result)
 {
     if (message == WM_CTLCOLORSTATIC) {
-        if (m_uiTextColor == ZX_ISCOLOR_NONE || reinterpret_cast<HWND>(lParam) != H(GetItem()))
+        if (m_uiTextColor == ZX_ISCOLOR_NONE || Sender(lParam) != H(GetItem()))
             return false;
         SetTextColor(reinterpret_cast<HDC>(wParam), m_uiTextColor);
         SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
@@ -152,7 +147,7 @@ bool CZxISControlSpinBase::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wParam
         return true;
     }
     if ((message != WM_VSCROLL && message != WM_HSCROLL) || m_bBusy || m_iCount <= 0 || !m_hUpDown ||
-        reinterpret_cast<HWND>(lParam) != H(m_hUpDown))
+        Sender(lParam) != H(m_hUpDown))
         return false;
     // The up-down notifies twice per click; the phase says which one this is.
     const bool second = m_bSecondPhase;
@@ -170,10 +165,10 @@ bool CZxISControlSpinBase::DlgProcHook(ZxHWnd, uint32_t message, ZxWParam wParam
         // Nine positions more in the direction of the click, within the up-down's range.
         const int32_t dir = pos > m_iClickStart ? 1 : (pos < m_iClickStart ? -1 : 0);
         int low = 0, high = 0;
-        SendMessageW(H(m_hUpDown), UDM_GETRANGE32, reinterpret_cast<WPARAM>(&low), reinterpret_cast<LPARAM>(&high));
+        UpDown(m_hUpDown).Range(low, high);
         const double wanted = double(pos) + 9.0 * dir;
         const int32_t target = static_cast<int32_t>(wanted < low ? low : (wanted > high ? high : wanted));
-        SendMessageW(H(m_hUpDown), UDM_SETPOS32, 0, target);
+        UpDown(m_hUpDown).SetPos(target);
         _SetPositionToProp(target, true);
         m_iLastPos = target;
     }

@@ -4,6 +4,7 @@
 
 #include "zx/grabberuibase.h"
 #include "commandmenu_win.h"
+#include "imaging/channels.h"
 #include "zxhost/bitmappool.h"
 #include "zxhost/guicolors.h"
 #include "zxhost/guidraw.h"
@@ -52,7 +53,7 @@ void CZxGrabberUI_Base::PaintHisto(HDC dc)
                                CZxRangeMask(CZxRangeMask::FULL_MASK), false);
         return;
     }
-    // Split view, left-aligned: red, green, blue.
+    // Split view, left-aligned, in the order the user reads channels.
     for (int k = 0; k < 3; ++k) {
         const int x = left + 8 + k * kSplitPitch;
         const RECT frame{x, top + 8, x + kSplitFrame, top + 8 + height + 4};
@@ -60,7 +61,7 @@ void CZxGrabberUI_Base::PaintHisto(HDC dc)
         const RECT plot{x + 2, top + 10, x + 2 + kSplitPlot, top + 10 + height};
         FillPlot(dc, plot);
         m_histoGrouped.DrawIntoDC(reinterpret_cast<uint64_t>(dc), Rect(plot), 1.0, CZxHistoDraw::MODE_COMPONENTS,
-                                  CZxRangeMask::Single(uint32_t(2 - k)), true);
+                                  CZxRangeMask::Single(zx::kShownOrder[k]), true);
     }
 }
 
@@ -81,7 +82,7 @@ void CZxGrabberUI_Base::UpdateHistoTexts()
         uint32_t lo = 0, hi = 0;
         if (split) {
             for (int i = 0; i < 3; ++i)
-                if (m_histoFull.GetRangeCompOrig(uint32_t(2 - i), &lo, &hi) == 0)
+                if (m_histoFull.GetRangeCompOrig(zx::kShownOrder[i], &lo, &hi) == 0)
                     std::swprintf(text[i], 48, L"<%d, %d>", int(lo), int(hi));
         } else if (m_histoFull.GetRangeOrig(&lo, &hi) == 0) {
             std::swprintf(text[0], 48, L"<%d, %d>", int(lo), int(hi));

@@ -1,6 +1,7 @@
 #include "zx/grabberuibase.h"
 
 #include "commandmenu_win.h"
+#include "hostcore_win.h"
 #include "zxhost/alignwnd.h"
 #include "zxhost/bitmappool.h"
 #include "zxhost/system.h"
@@ -63,23 +64,36 @@ int32_t CZxGrabberUI_Base::OnLiveChange(bool live, uint32_t mode)
 
 int32_t CZxGrabberUI_Base::OnNewHisto(SZxHisto& histo, uint32_t pixelKind)
 {
-    HWND dlg = nullptr;
-    {
-        const std::lock_guard<std::mutex> lock(m_histoLock);
-        m_histoFull.SetHistogram(histo, pixelKind, nullptr);
-        m_histoGrouped.SetHistogram(histo, pixelKind, nullptr);
-        // One message at a time: frames faster than the dialog paints only
-        // refresh the models, and the dialog's queue never fills with them.
-        if (m_hDlg && !m_bHistoPosted) {
-            dlg = m_hDlg;
-            m_bHistoPosted = true;
-        }
-    }
-    if (dlg && !PostMessageW(dlg, WM_ZX_NEWHISTO, 0, 0)) {
-        const std::lock_guard<std::mutex> lock(m_histoLock);
-        m_bHistoPosted = false;
-    }
+    std::unique_lock<std::mutex> lock(m_histoLock);
+    m_histoFull.SetHistogram(histo, pixelKind, nullptr);
+    m_histoGrouped.SetHistogram(histo, pixelKind, nullptr);
+    PostNewHisto(lock);
     return 0;
+}
+
+int32_t CZxGrabberUI_Base::OnNewFrameHisto(const SZxAEHistogram& histo)
+{
+    const uint32_t kind = histo.bMono ? 0u : uint32_t(CZxHistoDraw::PIXELKIND_RGB);
+    std::unique_lock<std::mutex> lock(m_histoLock);
+    m_histoFull.SetHistogram(histo, kind, nullptr);
+    m_histoGrouped.SetHistogram(histo, kind, nullptr);
+    PostNewHisto(lock);
+    return 0;
+}
+
+void CZxGrabberUI_Base::PostNewHisto(std::unique_lock<std::mutex>& lock)
+{
+    // One message at a time: frames faster than the dialog paints only
+    // refresh the models, and the dialog's queue never fills with them.
+    HWND dlg = m_hDlg && !m_bHistoPosted ? m_hDlg : nullptr;
+    if (dlg)
+        m_bHistoPosted = true;
+    lock.unlock();
+    if (dlg && !PostMessageW(dlg, WM_ZX_NEWHISTO, 0, 0)) {
+        lock.lock();
+        m_bHistoPosted = false;
+        lock.unlock();
+    }
 }
 
 int32_t CZxGrabberUI_Base::OnNewCameraSettings()
@@ -165,8 +179,7 @@ void CZxGrabberUI_Base::IS_InitDialog(ZxHWnd zhwnd, bool* outFlag, uint32_t* out
     }
     if (m_bModal && m_pProvider)
         m_pProvider->CameraSettingsGet_UNI_WRP(m_savedSettings, ZX_SETTINGS_ALL, true);
-    if (m_iFQSyncCheckId != -1 && m_pProvider)
-        CheckDlgButton(hwnd, m_iFQSyncCheckId, m_pProvider->IsModeFQSynchronized() ? BST_CHECKED : BST_UNCHECKED);
+    zxsetupui::ShowFQSync(hwnd, m_iFQSyncCheckId, m_pProvider);
 }
 
 namespace {
@@ -254,7 +267,6 @@ void CZxGrabberUI_Base::IS_ChangeLiveMode(ZxHWnd hwnd, uint32_t mode)
 
 bool CZxGrabberUI_Base::IS_SetWaitCursor(bool on)
 {
-    const bool wasUp = m_uiWaitCount != 0;
     {
         // Busy is read by OnLiveChange on the acquisition thread.
         const std::lock_guard<std::mutex> lock(m_histoLock);
@@ -262,14 +274,7 @@ bool CZxGrabberUI_Base::IS_SetWaitCursor(bool on)
         // while outer holders keep the wait cursor up.
         m_bBusy = on;
     }
-    if (on) {
-        if (m_uiWaitCount++ == 0)
-            m_pWaitCursor = new SZxWaitCursorHolder;
-    } else if (m_uiWaitCount > 0 && --m_uiWaitCount == 0) {
-        delete m_pWaitCursor;
-        m_pWaitCursor = nullptr;
-    }
-    return wasUp;
+    return zxsetupui::CountWaitCursor(m_uiWaitCount, m_pWaitCursor, on);
 }
 
 bool CZxGrabberUI_Base::IS_FQModeChangeAllowed()
@@ -320,17 +325,14 @@ void CZxGrabberUI_Base::IS_AutoWhite(bool on)
 
 // ---- Messages -----------------------------------------------------------------------
 
-namespace {
-// A registered item id: -1 (none) and 0 (none either) never match a command.
-bool Is(int32_t registered, int id) { return registered > 0 && registered == id; }
-} // namespace
+using zxsetupui::IsItem;
 
 bool CZxGrabberUI_Base::OnCommand(HWND hwnd, int64_t wParam, int64_t* result)
 {
     const int id = LOWORD(wParam);
     const int code = HIWORD(wParam);
 
-    if (Is(m_iHelpButtonId, id) && code == 0) {
+    if (IsItem(m_iHelpButtonId, id) && code == 0) {
         Raise(evHelp, hwnd, 0, const_cast<wchar_t*>(m_wstrHelpTopic.GetString()));
         *result = 0;
         return true;
@@ -351,27 +353,20 @@ bool CZxGrabberUI_Base::OnCommand(HWND hwnd, int64_t wParam, int64_t* result)
         SendMessageW(m_hDlg, WM_IS_FORMATCHANGED, mode, 0);
         return false;
     }
-    if (Is(m_iPopupButtonId, id) && code == 0 && m_hPopupMenu) {
+    if (IsItem(m_iPopupButtonId, id) && code == 0 && m_hPopupMenu) {
         RECT r{};
         GetWindowRect(GetDlgItem(hwnd, id), &r);
         TrackPopupMenu(m_hPopupMenu, 0, r.left, r.bottom, 0, m_hDlg, nullptr);
         return false;
     }
-    if (Is(m_iCommandButtonId, id) && code == 0) {
-        CommandMenuCreate();
-        zxsetupui::CommandMenuApplyROIRules(m_commandMenu, m_pProvider);
-        RECT r{};
-        GetWindowRect(GetDlgItem(hwnd, id), &r);
-        UINT selected = 0;
+    if (IsItem(m_iCommandButtonId, id) && code == 0) {
         *result = 0;
-        if (m_commandMenu.Track(CZxMenu::TRACK_LEFT | CZxMenu::TRACK_TOP, r.left, r.bottom, hwnd, &selected) != 0)
-            return true;
-        CommandMenuHandle(selected);
-        // The dialog hears of the choice too, so a driver handles items of its own.
-        SendMessageW(hwnd, WM_COMMAND, WPARAM(selected & 0xFFFF), 0);
+        zxsetupui::RunCommandButton(
+            m_commandMenu, m_pProvider, hwnd, id, false, [this] { CommandMenuCreate(); },
+            [this](uint32_t selected) { CommandMenuHandle(selected); });
         return true;
     }
-    if (Is(m_iMagnifierId, id) && !m_bSplitToggleLocked) {
+    if (IsItem(m_iMagnifierId, id) && !m_bSplitToggleLocked) {
         m_bHistoCombined = !m_bHistoCombined;
         if (HWND button = GetDlgItem(hwnd, id)) {
             InvalidateRect(button, nullptr, TRUE);
@@ -383,15 +378,13 @@ bool CZxGrabberUI_Base::OnCommand(HWND hwnd, int64_t wParam, int64_t* result)
         *result = 0;
         return true;
     }
-    if (Is(m_iFQSyncCheckId, id) && code == 0 && m_pProvider)
-        m_pProvider->ModeFQSynchronize(IsDlgButtonChecked(hwnd, id) != 0);
+    zxsetupui::OnFQSyncClick(hwnd, m_iFQSyncCheckId, WPARAM(wParam), m_pProvider);
     return false;
 }
 
 bool CZxGrabberUI_Base::IS_Message(ZxHWnd zhwnd, UINT msg, int64_t wParam, int64_t lParam, int64_t* result,
                                    CZxISControl** control)
 {
-    HWND hwnd = reinterpret_cast<HWND>(zhwnd);
     int64_t scratch = 0;
     if (!result)
         result = &scratch;
@@ -401,108 +394,97 @@ bool CZxGrabberUI_Base::IS_Message(ZxHWnd zhwnd, UINT msg, int64_t wParam, int64
         const std::lock_guard<std::mutex> lock(m_histoLock);
         m_bHistoPosted = false;
     }
-
-    if (m_pfnCallback) {
-        switch (msg) {
-        case WM_DESTROY:
-            Raise(evHistoViewState, nullptr, !m_bHistoCombined && !m_bHistoNoSplit ? 1 : 0, nullptr);
-            Raise(m_bModal ? evDestroyModal : evDestroyModeless, hwnd, 0, nullptr);
-            {
-                const std::lock_guard<std::mutex> lock(m_histoLock);
-                m_hDlg = nullptr;
-            }
-            break;
-        case WM_CLOSE:
-            if (!m_bModal && m_pProvider)
-                m_pProvider->InputSetupModelessHide();
-            break;
-        case WM_ERASEBKGND:
-            if (m_bHistoEnabled) {
-                PaintHisto(reinterpret_cast<HDC>(wParam));
-                *result = 1;
-                return true;
-            }
-            break;
-        case WM_DRAWITEM:
-        case WM_ZX_DRAWITEM_NOFRAME:
-            if (lParam && DrawButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam), msg == WM_DRAWITEM))
-                return false;
-            break;
-        case WM_NCLBUTTONDBLCLK:
-            ZX_AlignWnd(hwnd, nullptr, 6, ZX_ALIGN_KEEP_ON_SCREEN);
-            *result = 0;
-            return true;
-        case WM_COMMAND:
-            if (OnCommand(hwnd, wParam, result))
-                return true;
-            break;
-        case WM_CTLCOLORSTATIC: {
-            uint32_t components;
-            {
-                const std::lock_guard<std::mutex> lock(m_histoLock);
-                components = m_histoFull.GetComponents();
-            }
-            if (!m_bHistoEnabled || components == 0)
-                break;
-            static const COLORREF kColours[3] = {0x000080, 0x008000, 0x800000};
-            for (int i = 0; i < 3; ++i)
-                if (m_iRangeTextId[i] > 0 && HWND(lParam) == GetDlgItem(hwnd, m_iRangeTextId[i])) {
-                    HDC dc = reinterpret_cast<HDC>(wParam);
-                    SetTextColor(dc, kColours[i]);
-                    SetBkMode(dc, TRANSPARENT);
-                    *result = reinterpret_cast<int64_t>(GetSysColorBrush(COLOR_BTNFACE));
-                    return true;
-                }
-            break;
-        }
-        case WM_IS_FORMATCHANGING: {
-            IS_SetWaitCursor(true);
-            if (Raise(evPropChanging, hwnd, wParam, reinterpret_cast<void*>(lParam)) == 0)
-                return true;
-            break;
-        }
-        case WM_IS_FORMATCHANGED: {
-            const int32_t r = Raise(evPropChanged, hwnd, wParam, nullptr);
-            IS_SetWaitCursor(false);
-            if (r == 0)
-                return true;
-            break;
-        }
-        case WM_IS_PROPERTYCHANGED:
-            if (Raise(evPropSet, hwnd, wParam, nullptr) == 0)
-                return true;
-            break;
-        case WM_IS_REFRESH:
-            if (Raise(evPropRefresh, hwnd, wParam, nullptr) == 0)
-                return true;
-            break;
-        case WM_IS_COMMANDDONE: {
-            const int32_t r = Raise(evCommandDone, hwnd, wParam, nullptr);
-            IS_SetWaitCursor(false);
-            if (r == 0)
-                return true;
-            break;
-        }
-        case WM_ZX_NEWHISTO:
-            if (m_bHistoEnabled)
-                UpdateHistoTexts();
-            break;
-        default: {
-            SZxMessageEvent record;
-            record.m_wParam = wParam;
-            record.m_lParam = lParam;
-            if (Raise(evMessage, hwnd, msg, &record) == 0) {
-                *result = record.m_lResult;
-                return true;
-            }
-            break;
-        }
-        }
-    }
+    bool handled = false;
+    // The host's work answers to the application: without a callback every
+    // message is the controls'.
+    if (m_pfnCallback && HostMessage(reinterpret_cast<HWND>(zhwnd), msg, wParam, lParam, result, &handled))
+        return handled;
     if (control)
         *control = nullptr;
     return m_controls.DlgProcHookMany(zhwnd, msg, ZxWParam(wParam), ZxLParam(lParam), result, control,
                                       0xFFFFFFFFu);
+}
+
+bool CZxGrabberUI_Base::HostMessage(HWND hwnd, UINT msg, int64_t wParam, int64_t lParam, int64_t* result,
+                                    bool* handled)
+{
+    const auto raise = [&](int32_t event, int64_t w, int64_t l, int64_t*) {
+        return Raise(EZxEvent(event), hwnd, w, reinterpret_cast<void*>(l)) == 0;
+    };
+    switch (zxsetupui::RaisePropertyEvent(zxsetupui::kDialogHost, msg, wParam, lParam, result, raise,
+                                          [this](bool on) { return IS_SetWaitCursor(on); })) {
+    case zxsetupui::EPropertyAnswer::Taken:
+        return *handled = true;
+    case zxsetupui::EPropertyAnswer::Declined:
+        return false;
+    case zxsetupui::EPropertyAnswer::None:
+        break;
+    }
+    switch (msg) {
+    case WM_DESTROY:
+        Raise(evHistoViewState, nullptr, !m_bHistoCombined && !m_bHistoNoSplit ? 1 : 0, nullptr);
+        Raise(m_bModal ? evDestroyModal : evDestroyModeless, hwnd, 0, nullptr);
+        {
+            const std::lock_guard<std::mutex> lock(m_histoLock);
+            m_hDlg = nullptr;
+        }
+        return false;
+    case WM_CLOSE:
+        if (!m_bModal && m_pProvider)
+            m_pProvider->InputSetupModelessHide();
+        return false;
+    case WM_ERASEBKGND:
+        if (!m_bHistoEnabled)
+            return false;
+        PaintHisto(reinterpret_cast<HDC>(wParam));
+        *result = 1;
+        return *handled = true;
+    case WM_DRAWITEM:
+    case WM_ZX_DRAWITEM_NOFRAME:
+        // A button the host drew is not the controls' either.
+        return lParam && DrawButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam), msg == WM_DRAWITEM);
+    case WM_NCLBUTTONDBLCLK:
+        ZX_AlignWnd(hwnd, nullptr, 6, ZX_ALIGN_KEEP_ON_SCREEN);
+        *result = 0;
+        return *handled = true;
+    case WM_COMMAND:
+        return *handled = OnCommand(hwnd, wParam, result);
+    case WM_CTLCOLORSTATIC:
+        return *handled = ColourRangeText(hwnd, wParam, lParam, result);
+    case WM_ZX_NEWHISTO:
+        if (m_bHistoEnabled)
+            UpdateHistoTexts();
+        return false;
+    default: {
+        SZxMessageEvent record;
+        record.m_wParam = wParam;
+        record.m_lParam = lParam;
+        if (Raise(evMessage, hwnd, msg, &record) != 0)
+            return false;
+        *result = record.m_lResult;
+        return *handled = true;
+    }
+    }
+}
+
+bool CZxGrabberUI_Base::ColourRangeText(HWND hwnd, int64_t dc, int64_t item, int64_t* result)
+{
+    uint32_t components;
+    {
+        const std::lock_guard<std::mutex> lock(m_histoLock);
+        components = m_histoFull.GetComponents();
+    }
+    if (!m_bHistoEnabled || components == 0)
+        return false;
+    static const COLORREF kColours[3] = {0x000080, 0x008000, 0x800000};   // red, green, blue
+    for (int i = 0; i < 3; ++i)
+        if (m_iRangeTextId[i] > 0 && HWND(item) == GetDlgItem(hwnd, m_iRangeTextId[i])) {
+            SetTextColor(reinterpret_cast<HDC>(dc), kColours[i]);
+            SetBkMode(reinterpret_cast<HDC>(dc), TRANSPARENT);
+            *result = reinterpret_cast<int64_t>(GetSysColorBrush(COLOR_BTNFACE));
+            return true;
+        }
+    return false;
 }
 
 // ---- Command menu ---------------------------------------------------------------------

@@ -2,6 +2,7 @@
 
 #include "../common/langdialog_win.h"
 #include "commandmenu_win.h"
+#include "hostcore_win.h"
 #include "zxhost/grabber.h"
 #include "zxhost/guicolors.h"
 #include "zxhost/guidraw.h"
@@ -124,9 +125,7 @@ void CZxGrabberGUIElement_Base::IS_InitDialog(ZxHWnd hwnd, bool* outFlag, uint32
         *outFlag = false;
     if (outValue)
         *outValue = 0;
-    if (m_iFQSyncCheckId != -1 && m_pProvider)
-        CheckDlgButton(reinterpret_cast<HWND>(hwnd), m_iFQSyncCheckId,
-                       m_pProvider->IsModeFQSynchronized() ? BST_CHECKED : BST_UNCHECKED);
+    zxsetupui::ShowFQSync(reinterpret_cast<HWND>(hwnd), m_iFQSyncCheckId, m_pProvider);
 }
 
 CZxMenu* CZxGrabberGUIElement_Base::IS_InitCommandX(int32_t buttonId, uint32_t flags)
@@ -143,17 +142,7 @@ void CZxGrabberGUIElement_Base::IS_Help(int32_t, const wchar_t* topic) { m_wstrH
 
 bool CZxGrabberGUIElement_Base::IS_SetWaitCursor(bool on)
 {
-    const bool wasUp = m_uiWaitCount != 0;
-    if (on) {
-        if (m_uiWaitCount++ == 0)
-            m_pWaitCursor = new SZxWaitCursorHolder;
-    } else if (m_uiWaitCount > 0) {
-        if (--m_uiWaitCount == 0) {
-            delete m_pWaitCursor;
-            m_pWaitCursor = nullptr;
-        }
-    }
-    return wasUp;
+    return zxsetupui::CountWaitCursor(m_uiWaitCount, m_pWaitCursor, on);
 }
 
 void CZxGrabberGUIElement_Base::CommandMenuCreate()
@@ -189,22 +178,6 @@ void CZxGrabberGUIElement_Base::CommandMenuHandle(uint32_t id)
     zxsetupui::CommandMenuHandle(host, id);
 }
 
-bool CZxGrabberGUIElement_Base::OnCommandButton(HWND hwnd, int id)
-{
-    CommandMenuCreate();
-    // The dialog host's rules: a driver's menu looks the same on both hosts.
-    zxsetupui::CommandMenuApplyROIRules(m_commandMenu, m_pProvider);
-    RECT r{};
-    GetWindowRect(GetDlgItem(hwnd, id), &r);
-    UINT selected = 0;
-    // Right-aligned under the button: the element usually docks at a window's right edge.
-    if (m_commandMenu.Track(CZxMenu::TRACK_RIGHT | CZxMenu::TRACK_TOP, r.right, r.bottom, hwnd, &selected) != 0)
-        return true;
-    CommandMenuHandle(selected);
-    SendMessageW(hwnd, WM_COMMAND, WPARAM(selected & 0xFFFF), 0);
-    return true;
-}
-
 bool CZxGrabberGUIElement_Base::IS_ProcessMessage(ZxHWnd zhwnd, UINT msg, int64_t wParam, int64_t lParam,
                                                   int64_t* result, CZxISControl** control)
 {
@@ -213,62 +186,49 @@ bool CZxGrabberGUIElement_Base::IS_ProcessMessage(ZxHWnd zhwnd, UINT msg, int64_
     if (!result)
         result = &scratch;
     if (m_bHasHandler) {
-        switch (msg) {
-        case WM_IS_FORMATCHANGING: {
-            IS_SetWaitCursor(true);
-            const int32_t r = RaiseEvent(ZX_GUIEVENT_FORMATCHANGING, uintptr_t(wParam), intptr_t(lParam));
-            if (r != 0) {
-                *result = r;
-                return true;
-            }
+        // The handler's answer is the dialog result; non-zero takes the message.
+        const auto raise = [this](int32_t code, int64_t w, int64_t l, int64_t* answer) {
+            const int32_t r = RaiseEvent(code, uintptr_t(w), intptr_t(l));
+            *answer = r;
+            return r != 0;
+        };
+        switch (zxsetupui::RaisePropertyEvent(zxsetupui::kElementHost, msg, wParam, lParam, result, raise,
+                                              [this](bool on) { return IS_SetWaitCursor(on); })) {
+        case zxsetupui::EPropertyAnswer::Taken:
+            return true;
+        case zxsetupui::EPropertyAnswer::Declined:
+        case zxsetupui::EPropertyAnswer::None:
             break;
         }
-        case WM_IS_FORMATCHANGED:
-        case WM_IS_REFRESH:
-        case WM_IS_COMMANDDONE: {
-            const int32_t code = msg == WM_IS_FORMATCHANGED ? ZX_GUIEVENT_FORMATCHANGED
-                                 : msg == WM_IS_REFRESH     ? ZX_GUIEVENT_REFRESH
-                                                            : ZX_GUIEVENT_COMMANDDONE;
-            const int32_t r = RaiseEvent(code, uintptr_t(wParam), 0);
-            IS_SetWaitCursor(false);
-            if (r != 0) {
-                *result = r;
-                return true;
-            }
-            break;
+        if (msg == WM_DRAWITEM && lParam && DrawCommandButton(hwnd, *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)))
+            return false;
+        if (msg == WM_COMMAND && zxsetupui::IsItem(m_iCommandButtonId, LOWORD(wParam)) && HIWORD(wParam) == 0) {
+            *result = 0;
+            // Right-aligned under the button: the element usually docks at a window's right edge.
+            zxsetupui::RunCommandButton(
+                m_commandMenu, m_pProvider, hwnd, LOWORD(wParam), true, [this] { CommandMenuCreate(); },
+                [this](uint32_t selected) { CommandMenuHandle(selected); });
+            return true;
         }
-        case WM_DRAWITEM: {
-            const auto* dis = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
-            if (dis && m_iCommandButtonId > 0 && int(dis->CtlID) == m_iCommandButtonId) {
-                const bool disabled = (dis->itemState & ODS_DISABLED) != 0;
-                RECT r = dis->rcItem;
-                ZX_DrawFrameControl(dis->hDC, r, DFC_BUTTON,
-                                    DFCS_BUTTONPUSH | DFCS_ADJUSTRECT |
-                                        ((dis->itemState & ODS_SELECTED) ? DFCS_PUSHED : 0) |
-                                        (disabled ? DFCS_INACTIVE : 0));
-                FillRect(dis->hDC, &r, GetSysColorBrush(COLOR_BTNFACE));
-                zxsetupui::DrawMenuButtonFace(*dis, hwnd, r);
-                return false;
-            }
-            break;
-        }
-        case WM_COMMAND: {
-            const int id = LOWORD(wParam), code = HIWORD(wParam);
-            if (code == 0 && m_iCommandButtonId > 0 && id == m_iCommandButtonId) {
-                *result = 0;
-                return OnCommandButton(hwnd, id);
-            }
-            if (code == 0 && m_iFQSyncCheckId > 0 && id == m_iFQSyncCheckId && m_pProvider)
-                m_pProvider->ModeFQSynchronize(IsDlgButtonChecked(hwnd, id) != 0);
-            break;
-        }
-        default:
-            break;
-        }
+        if (msg == WM_COMMAND)
+            zxsetupui::OnFQSyncClick(hwnd, m_iFQSyncCheckId, WPARAM(wParam), m_pProvider);
     }
     *result = 0;
     return m_controls.DlgProcHookMany(zhwnd, msg, ZxWParam(wParam), ZxLParam(lParam),
                                       reinterpret_cast<ZxLResult*>(result), control, 0xFFFFFFFFu);
+}
+
+bool CZxGrabberGUIElement_Base::DrawCommandButton(HWND hwnd, const DRAWITEMSTRUCT& dis)
+{
+    if (!zxsetupui::IsItem(m_iCommandButtonId, int(dis.CtlID)))
+        return false;
+    RECT r = dis.rcItem;
+    ZX_DrawFrameControl(dis.hDC, r, DFC_BUTTON,
+                        DFCS_BUTTONPUSH | DFCS_ADJUSTRECT | ((dis.itemState & ODS_SELECTED) ? DFCS_PUSHED : 0) |
+                            ((dis.itemState & ODS_DISABLED) ? DFCS_INACTIVE : 0));
+    FillRect(dis.hDC, &r, GetSysColorBrush(COLOR_BTNFACE));
+    zxsetupui::DrawMenuButtonFace(dis, hwnd, r);
+    return true;
 }
 
 // ---- Wrapper ----

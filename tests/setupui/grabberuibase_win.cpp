@@ -363,6 +363,30 @@ TEST_F(GrabberUIBase, SplitViewShowsRedGreenBlueEndingEightPixelsInside)
     EXPECT_TRUE(host.IsHistoCombined());
 }
 
+// A driver's frame histogram as ZX_ComputeHistogramAE fills it: each channel of
+// a pixel reaches its own range text, whatever order the buffers between keep.
+TEST_F(GrabberUIBase, FrameHistogramShowsEachChannelAsItsOwn)
+{
+    HWND dlg = host.Open(false);
+    ASSERT_TRUE(dlg);
+    CZxGrabberSample01 frame(1, 1, 8, 3);
+    auto* bgr = static_cast<uint8_t*>(frame.GetDataPtr());
+    bgr[0] = 50;    // blue
+    bgr[1] = 100;   // green
+    bgr[2] = 200;   // red
+    SZxAEHistogram hist(8, false, true);
+    ZX_ComputeHistogramAE(&hist, &frame, nullptr);
+    host.OnNewFrameHisto(hist);
+    Pump();
+    const std::pair<int, const wchar_t*> ranges[] = {
+        {IDC_ZX_RANGE_RED, L"<200, 200>"}, {IDC_ZX_RANGE_GREEN, L"<100, 100>"}, {IDC_ZX_RANGE_BLUE, L"<50, 50>"}};
+    for (const auto& range : ranges) {
+        wchar_t text[64] = {};
+        GetDlgItemTextW(dlg, range.first, text, 64);
+        EXPECT_STREQ(text, range.second) << range.first;
+    }
+}
+
 TEST_F(GrabberUIBase, HistogramFromAnotherThreadRepaintsTheOpenDialog)
 {
     HWND dlg = host.Open(false);

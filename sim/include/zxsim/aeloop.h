@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 #include "zx/autoexposure.h"
+#include "zxsim/livestep.h"
 #include "zxsim/sensor.h"
 
 /// The engine a simulated driver owns. It also remembers the white signal of
@@ -53,7 +54,7 @@ public:
     /// `frames` steps.
     std::vector<SZxSimAEStep> Run(int frames);
     /// The last frame Step took (null before the first).
-    CZxGrabberSample01* LastFrame() { return m_last.get(); }
+    CZxGrabberSample01* LastFrame() { return m_live.Frame(); }
 
     /// The camera of the tests and the demo: 160 x 120, 12 bits, modes binned
     /// 1, 2 and 4 (sensitivity 1, 4, 16), black level 0.02, mono or colour (BGR)
@@ -65,8 +66,7 @@ public:
     void SetUpStandardCamera(bool colour, double msToTarget);
 
 private:
-    std::unique_ptr<CZxGrabberSample01> m_last;
-    std::unique_ptr<SZxAEHistogram> m_hist;
+    CZxSimLiveStep m_live;
 };
 
 /// Index of the first step from which every step to the end is exposure-good,

@@ -12,6 +12,7 @@
 #include "zx/grabberguielementbase.h"
 #include "zx/grabberuibase.h"
 #include "zxsim/camera.h"
+#include "zxsim/livestep.h"
 
 class CZxSimSetupUI;
 
@@ -61,7 +62,6 @@ public:
     int FramesDelivered() const { return m_frames; }
 
 private:
-    void Acquire(int periodMs);
     void AutoExpose(const SZxAEHistogram& hist);
 
     CZxSimDriverCamera& m_camera;
@@ -71,8 +71,7 @@ private:
     std::thread m_thread;
     std::atomic<bool> m_stop{false};
     std::atomic<int> m_frames{0};
-    std::unique_ptr<SZxAEHistogram> m_hist;
-    std::vector<uint32_t> m_combined;
+    CZxSimLiveStep m_live;
 };
 
 /// The same setup docked as a GUI element of the application: the page without

@@ -1,0 +1,52 @@
+# Fails when headers of one folder include each other in a circle (directly or
+# through others of the folder); such headers compile only by include guards
+# and the order a user happens to include them in.
+# Reads every `#include "<folder name>/x.h"` of DIR/*.h.
+# Usage: cmake -DDIR=<folder> -P circles.cmake
+if(NOT IS_DIRECTORY "${DIR}")
+  message(FATAL_ERROR "include circles: no folder '${DIR}'")
+endif()
+get_filename_component(DIR "${DIR}" ABSOLUTE)
+get_filename_component(prefix "${DIR}" NAME)
+file(GLOB headers RELATIVE "${DIR}" "${DIR}/*.h")
+foreach(h IN LISTS headers)
+  file(STRINGS "${DIR}/${h}" lines REGEX "^[ \t]*#[ \t]*include[ \t]*\"${prefix}/[^\"]+\"")
+  set(deps_${h} "")
+  foreach(line IN LISTS lines)
+    string(REGEX REPLACE ".*\"${prefix}/([^\"]+)\".*" "\\1" dep "${line}")
+    if(EXISTS "${DIR}/${dep}")
+      list(APPEND deps_${h} "${dep}")
+    endif()
+  endforeach()
+endforeach()
+
+# Depth first; `path` is the chain from the start, `done` the headers whose
+# includes are all walked already.
+set(done "")
+function(visit h path)
+  list(APPEND path ${h})
+  foreach(d IN LISTS deps_${h})
+    list(FIND path ${d} at)
+    if(at GREATER -1)
+      list(SUBLIST path ${at} -1 circle)
+      list(APPEND circle ${d})
+      list(JOIN circle " -> " text)
+      message(FATAL_ERROR "include circle: ${text}")
+    endif()
+    list(FIND done ${d} seen)
+    if(seen EQUAL -1)
+      visit(${d} "${path}")
+    endif()
+  endforeach()
+  list(APPEND done ${h})
+  set(done "${done}" PARENT_SCOPE)
+endfunction()
+
+foreach(h IN LISTS headers)
+  list(FIND done ${h} seen)
+  if(seen EQUAL -1)
+    visit(${h} "")
+  endif()
+endforeach()
+list(LENGTH headers count)
+message(STATUS "no include circle among ${count} headers of ${prefix}/")

@@ -1,0 +1,3 @@
+// A planted circle: the check must report it.
+#pragma once
+#include "probe/b.h"
