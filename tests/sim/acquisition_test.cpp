@@ -2,23 +2,6 @@
 #include <memory>
 
 #include "sim_camera.h"
-#include "zx_frames.h"
-
-namespace {
-
-double Mean(CZxGrabberSample01* frame)
-{
-    std::unique_ptr<CZxGrabberSample01> owned(frame);
-    SZxPicBuf pb;
-    frame->GetPicBuf(&pb);
-    const size_t n = size_t(pb.uiWidth) * pb.uiHeight * pb.uiComp;
-    double sum = 0;
-    for (size_t i = 0; i < n; ++i)
-        sum += zxtest::SampleAt(pb, i);
-    return n ? sum / double(n) : 0.0;
-}
-
-} // namespace
 
 TEST(SimCameraFrames, SignalFollowsExposureGainAndOffset)
 {

@@ -2,9 +2,11 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 
 #include "zx/status.h"
+#include "zx_frames.h"
 #include "zxsim/camera.h"
 
 inline CZxVariant Get(CZxSimCamera& cam, uint32_t mode, const wchar_t* name)
@@ -21,6 +23,19 @@ inline int Set(CZxSimCamera& cam, uint32_t mode, std::initializer_list<SZxGrabbe
     for (const auto& v : items)
         values.Add(v);
     return cam.PropSet_WRP(mode, values, info, false);
+}
+
+// The mean sample of a frame, which it takes over.
+inline double Mean(CZxGrabberSample01* frame)
+{
+    std::unique_ptr<CZxGrabberSample01> owned(frame);
+    SZxPicBuf pb;
+    frame->GetPicBuf(&pb);
+    const size_t n = size_t(pb.uiWidth) * pb.uiHeight * pb.uiComp;
+    double sum = 0;
+    for (size_t i = 0; i < n; ++i)
+        sum += zxtest::SampleAt(pb, i);
+    return n ? sum / double(n) : 0.0;
 }
 
 // "width x height, bits x components"
