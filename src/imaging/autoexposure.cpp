@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "imaging/channels.h"
 #include "zxhost/system.h"
 
 namespace {
@@ -20,10 +21,11 @@ double Clamp(double v, double lo, double hi)
     return v;
 }
 
-// Bins of component `clip` to hand to the statistics: the histogram's bin
-// count, or the clip limit plus one, never more than were counted or allocated
-// (a record filled by hand may claim more).
-unsigned StatBins(const SZxAEHistogram& h, int clip)
+// Bins of a channel to hand to the statistics: the histogram's bin count, or
+// the clip limit plus one, never more than were counted or allocated (a record
+// filled by hand may claim more). Clip limits are kept per sample in memory
+// order, as the histogram applies them, so a colour channel is named by its sample.
+unsigned StatBins(const SZxAEHistogram& h, unsigned clip)
 {
     const uint64_t counted = std::min(h.uiBinCount, h.AllocatedBins());
     if (!h.pdwClipLimits)
@@ -415,25 +417,29 @@ double CZxAutoExposure::ComputeBinningAE(double* gainOut, double* factorOut, dou
 // that order, not whatever order a compiler evaluates constructor arguments in.
 SZxAEValueRGB CZxAutoExposure::ComputeWhiteSignalRGB(const SZxAEHistogram& h, int excluded)
 {
-    const double r = ComputeWhiteSignal(h.pdwHisto[1], h.uiPixelCount, StatBins(h, 0), excluded);
-    const double g = ComputeWhiteSignal(h.pdwHisto[2], h.uiPixelCount, StatBins(h, 1), excluded);
-    const double b = ComputeWhiteSignal(h.pdwHisto[3], h.uiPixelCount, StatBins(h, 2), excluded);
+    const double r = ComputeWhiteSignal(h.pdwHisto[zx::kRedBuffer], h.uiPixelCount, StatBins(h, zx::kRed), excluded);
+    const double g = ComputeWhiteSignal(h.pdwHisto[zx::kGreenBuffer], h.uiPixelCount,
+                                        StatBins(h, zx::kGreen), excluded);
+    const double b = ComputeWhiteSignal(h.pdwHisto[zx::kBlueBuffer], h.uiPixelCount, StatBins(h, zx::kBlue), excluded);
     return SZxAEValueRGB(r, g, b);
 }
 
 SZxAEValueRGB CZxAutoExposure::ComputeBlackSignalRGB(const SZxAEHistogram& h)
 {
-    const double r = ComputeBlackSignal(h.pdwHisto[1], h.uiPixelCount, StatBins(h, 0));
-    const double g = ComputeBlackSignal(h.pdwHisto[2], h.uiPixelCount, StatBins(h, 1));
-    const double b = ComputeBlackSignal(h.pdwHisto[3], h.uiPixelCount, StatBins(h, 2));
+    const double r = ComputeBlackSignal(h.pdwHisto[zx::kRedBuffer], h.uiPixelCount, StatBins(h, zx::kRed));
+    const double g = ComputeBlackSignal(h.pdwHisto[zx::kGreenBuffer], h.uiPixelCount, StatBins(h, zx::kGreen));
+    const double b = ComputeBlackSignal(h.pdwHisto[zx::kBlueBuffer], h.uiPixelCount, StatBins(h, zx::kBlue));
     return SZxAEValueRGB(r, g, b);
 }
 
 SZxAEValueRGB CZxAutoExposure::ComputeOverflowRGB(const SZxAEHistogram& h, double level, int excluded)
 {
-    const double r = ComputeOverflow(h.pdwHisto[1], h.uiPixelCount, StatBins(h, 0), level, excluded);
-    const double g = ComputeOverflow(h.pdwHisto[2], h.uiPixelCount, StatBins(h, 1), level, excluded);
-    const double b = ComputeOverflow(h.pdwHisto[3], h.uiPixelCount, StatBins(h, 2), level, excluded);
+    const double r = ComputeOverflow(h.pdwHisto[zx::kRedBuffer], h.uiPixelCount,
+                                     StatBins(h, zx::kRed), level, excluded);
+    const double g = ComputeOverflow(h.pdwHisto[zx::kGreenBuffer], h.uiPixelCount,
+                                     StatBins(h, zx::kGreen), level, excluded);
+    const double b = ComputeOverflow(h.pdwHisto[zx::kBlueBuffer], h.uiPixelCount,
+                                     StatBins(h, zx::kBlue), level, excluded);
     return SZxAEValueRGB(r, g, b);
 }
 

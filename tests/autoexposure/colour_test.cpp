@@ -10,6 +10,7 @@
 
 #include "ae_engine.h"
 #include "zx_test.h"
+#include "zxhost/system.h"
 
 namespace {
 
@@ -90,30 +91,30 @@ TEST(AEColour, LeastSignalChannelWinsWithTiesToRedThenGreen)
     EXPECT_DOUBLE_EQ(4.0, s.Choose(5, 3));  // 5, 6, 4
 }
 
-// Records which channel each statistics step is asked for, as a driver that
-// overrides a step sees it.
+// Records which channel each statistics step is asked for, and over how many
+// bins, as a driver that overrides a step sees it.
 struct RecordingChannels : Engine {
     const SZxAEHistogram* hist = nullptr;
     std::string calls;
-    void Note(char step, const unsigned* bins)
+    void Note(char step, const unsigned* bins, unsigned n)
     {
         calls += step;
         calls += bins == hist->pdwHisto[1] ? 'r' : bins == hist->pdwHisto[2] ? 'g' : bins == hist->pdwHisto[3] ? 'b' : '?';
-        calls += ' ';
+        calls += std::to_string(n) + ' ';
     }
     double ComputeWhiteSignal(const unsigned* bins, unsigned pixels, unsigned n, int excluded) override
     {
-        Note('W', bins);
+        Note('W', bins, n);
         return Engine::ComputeWhiteSignal(bins, pixels, n, excluded);
     }
     double ComputeBlackSignal(const unsigned* bins, unsigned pixels, unsigned n) override
     {
-        Note('B', bins);
+        Note('B', bins, n);
         return Engine::ComputeBlackSignal(bins, pixels, n);
     }
     double ComputeOverflow(const unsigned* bins, unsigned pixels, unsigned n, double level, int excluded) override
     {
-        Note('O', bins);
+        Note('O', bins, n);
         return Engine::ComputeOverflow(bins, pixels, n, level, excluded);
     }
 };
@@ -124,9 +125,14 @@ TEST(AEColour, ChannelStatisticsRunRedGreenBlue)
     const unsigned black[3] = {10, 20, 30}, white[3] = {200, 150, 100};
     SZxAEHistogram h = ColourHisto(black, white);
     e.hist = &h;
+    // Clip limits are per sample in memory order (blue, green, red), as the
+    // histogram applies them: each channel's statistics stop at its own.
+    h.pdwClipLimits = static_cast<uint32_t*>(CZxAlloc::Alloc(3 * sizeof(uint32_t)));
+    const uint32_t clip[3] = {119, 159, 219};
+    std::copy(clip, clip + 3, h.pdwClipLimits);
     SZxAEFrameDesc f;
     e.ComputeAE(true, ZX_AE_OFFSET | ZX_AE_WHITEBALANCE, f, h);
-    EXPECT_EQ(e.calls, "Wr Wg Wb Or Og Ob Br Bg Bb ");
+    EXPECT_EQ(e.calls, "Wr220 Wg160 Wb120 Or220 Og160 Ob120 Br220 Bg160 Bb120 ");
 }
 
 // A w x h colour frame (blue, green, red per pixel) from a list of pixels, repeated.
