@@ -9,6 +9,7 @@
 #include "zx/iscontrols_editexposure.h"
 #include "zx/iscontrols_numeric.h"
 #include "zx/property.h"
+#include "setupui/propaccess.h"
 #include "zxhost/alignwnd.h"
 
 namespace {
@@ -232,71 +233,39 @@ bool CZxGrabberAdvancedSetupUI::DlgProcVirtual(HWND hwnd, UINT msg, WPARAM wPara
 
 // ---- Properties by name ----
 
-namespace {
-bool Read(CZxGenProvider_Low* provider, const wchar_t* name, CZxVariant& value)
-{
-    if (!provider || !name)
-        return false;
-    SZxGrabberPropertyValue pv(name);
-    if (provider->PropGetSingle_WRP(kModeInUse, pv) != 0)
-        return false;
-    value = pv.m_varValue;
-    return true;
-}
-
-void Write(CZxGenProvider_Low* provider, const wchar_t* name, const CZxVariant& value)
-{
-    if (!provider || !name)
-        return;
-    CZxVariant wrapped;
-    wrapped[L"Value"] = value;
-    CZxVector_SZxGrabberPropertyValue values(128);
-    values.Add(SZxGrabberPropertyValue(name, wrapped));
-    provider->PropSet_WRP(kModeInUse, values, nullptr, false);
-}
-} // namespace
-
-bool CZxGrabberAdvancedSetupUI::GetPropBool(const wchar_t* name)
-{
-    CZxVariant v;
-    CZxBoolPropertyValue pv;
-    return Read(m_pProvider, name, v) && pv.Set(v) ? pv.m_bValue : false;
-}
+bool CZxGrabberAdvancedSetupUI::GetPropBool(const wchar_t* name) { return zx::GetPropBool(m_pProvider, kModeInUse, name); }
 
 int32_t CZxGrabberAdvancedSetupUI::GetPropInt32(const wchar_t* name)
 {
-    CZxVariant v;
-    CZxInt32PropertyValue pv;
-    return Read(m_pProvider, name, v) && pv.Set(v) ? pv.m_iValue : 0;
+    return zx::GetPropInt32(m_pProvider, kModeInUse, name);
 }
 
 double CZxGrabberAdvancedSetupUI::GetPropDouble(const wchar_t* name)
 {
-    CZxVariant v;
-    CZxDoublePropertyValue pv;
-    return Read(m_pProvider, name, v) && pv.Set(v) ? pv.m_dValue : 0.0;
+    return zx::GetPropDouble(m_pProvider, kModeInUse, name);
 }
 
 CZxStringW CZxGrabberAdvancedSetupUI::GetPropStringW(const wchar_t* name)
 {
-    CZxVariant v;
-    CZxStringWPropertyValue pv;
-    return Read(m_pProvider, name, v) && pv.Set(v) ? pv.m_wstrText : CZxStringW();
+    return zx::GetPropStringW(m_pProvider, kModeInUse, name);
 }
 
-void CZxGrabberAdvancedSetupUI::SetPropBool(const wchar_t* name, bool value) { Write(m_pProvider, name, CZxVariant(value)); }
+void CZxGrabberAdvancedSetupUI::SetPropBool(const wchar_t* name, bool value)
+{
+    zx::WriteProp(m_pProvider, kModeInUse, name, CZxVariant(value));
+}
 
 void CZxGrabberAdvancedSetupUI::SetPropInt32(const wchar_t* name, int32_t value)
 {
-    Write(m_pProvider, name, CZxVariant(static_cast<int>(value)));
+    zx::WriteProp(m_pProvider, kModeInUse, name, CZxVariant(static_cast<int>(value)));
 }
 
 void CZxGrabberAdvancedSetupUI::SetPropDouble(const wchar_t* name, double value)
 {
-    Write(m_pProvider, name, CZxVariant(value));
+    zx::WriteProp(m_pProvider, kModeInUse, name, CZxVariant(value));
 }
 
 void CZxGrabberAdvancedSetupUI::SetPropStringW(const wchar_t* name, const CZxStringW& value)
 {
-    Write(m_pProvider, name, CZxVariant(value));
+    zx::WriteProp(m_pProvider, kModeInUse, name, CZxVariant(value));
 }

@@ -1,41 +1,50 @@
 #include "zx/grabberuiwrapper.h"
 
-#include "zx/property.h"
+#include "setupui/propaccess.h"
 
 IZxGrabberUI_Wrapper::~IZxGrabberUI_Wrapper() = default;
 IZxGrabberCore01::~IZxGrabberCore01() = default;
 IZxGrabberDriver01::~IZxGrabberDriver01() = default;
 
-bool CZxGrabberUI_WrapperBase::ReadProp(uint32_t id, const wchar_t* name, CZxVariant& value) const
+namespace zx {
+
+bool ReadProp(CZxGenProvider_Low* provider, uint32_t mode, const wchar_t* name, CZxVariant& value)
 {
-    CZxGenProvider_Low* provider = GetGeneric();
     if (!provider || !name)
         return false;
     SZxGrabberPropertyValue pv(name);
-    if (provider->PropGetSingle_WRP(id, pv) != 0)
+    if (provider->PropGetSingle_WRP(mode, pv) != 0)
         return false;
     value = pv.m_varValue;
     return true;
 }
 
-void CZxGrabberUI_WrapperBase::WriteProp(uint32_t id, const wchar_t* name, const CZxVariant& value) const
+void WriteProp(CZxGenProvider_Low* provider, uint32_t mode, const wchar_t* name, const CZxVariant& value)
 {
-    CZxGenProvider_Low* provider = GetGeneric();
     if (!provider || !name)
         return;
-    // Writes travel as a record whose single member "Value" holds the value.
     CZxVariant wrapped;
     wrapped[L"Value"] = value;
     CZxVector_SZxGrabberPropertyValue values(128);
     values.Add(SZxGrabberPropertyValue(name, wrapped));
-    provider->PropSet_WRP(id, values, nullptr, false);
+    provider->PropSet_WRP(mode, values, nullptr, false);
+}
+
+} // namespace zx
+
+bool CZxGrabberUI_WrapperBase::ReadProp(uint32_t id, const wchar_t* name, CZxVariant& value) const
+{
+    return zx::ReadProp(GetGeneric(), id, name, value);
+}
+
+void CZxGrabberUI_WrapperBase::WriteProp(uint32_t id, const wchar_t* name, const CZxVariant& value) const
+{
+    zx::WriteProp(GetGeneric(), id, name, value);
 }
 
 bool CZxGrabberUI_WrapperBase::GetPropBool(uint32_t id, const wchar_t* name)
 {
-    CZxVariant v;
-    CZxBoolPropertyValue pv;
-    return ReadProp(id, name, v) && pv.Set(v) ? pv.m_bValue : false;
+    return zx::GetPropBool(GetGeneric(), id, name);
 }
 
 void CZxGrabberUI_WrapperBase::SetPropBool(uint32_t id, const wchar_t* name, bool value)
@@ -45,9 +54,7 @@ void CZxGrabberUI_WrapperBase::SetPropBool(uint32_t id, const wchar_t* name, boo
 
 int32_t CZxGrabberUI_WrapperBase::GetPropInt32(uint32_t id, const wchar_t* name)
 {
-    CZxVariant v;
-    CZxInt32PropertyValue pv;
-    return ReadProp(id, name, v) && pv.Set(v) ? pv.m_iValue : 0;
+    return zx::GetPropInt32(GetGeneric(), id, name);
 }
 
 void CZxGrabberUI_WrapperBase::SetPropInt32(uint32_t id, const wchar_t* name, int32_t value)
@@ -57,9 +64,7 @@ void CZxGrabberUI_WrapperBase::SetPropInt32(uint32_t id, const wchar_t* name, in
 
 double CZxGrabberUI_WrapperBase::GetPropDouble(uint32_t id, const wchar_t* name)
 {
-    CZxVariant v;
-    CZxDoublePropertyValue pv;
-    return ReadProp(id, name, v) && pv.Set(v) ? pv.m_dValue : 0.0;
+    return zx::GetPropDouble(GetGeneric(), id, name);
 }
 
 void CZxGrabberUI_WrapperBase::SetPropDouble(uint32_t id, const wchar_t* name, double value)
@@ -69,9 +74,7 @@ void CZxGrabberUI_WrapperBase::SetPropDouble(uint32_t id, const wchar_t* name, d
 
 CZxStringW CZxGrabberUI_WrapperBase::GetPropStringW(uint32_t id, const wchar_t* name)
 {
-    CZxVariant v;
-    CZxStringWPropertyValue pv;
-    return ReadProp(id, name, v) && pv.Set(v) ? pv.m_wstrText : CZxStringW();
+    return zx::GetPropStringW(GetGeneric(), id, name);
 }
 
 void CZxGrabberUI_WrapperBase::SetPropStringW(uint32_t id, const wchar_t* name, CZxStringW value)
