@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "zxhost/export.h"
+#include "systembox.h"
 
 int ZxShowSystemMessageBox(ZxHWnd parent, const wchar_t* text, const wchar_t* title, unsigned flags)
 {

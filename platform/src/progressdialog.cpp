@@ -25,10 +25,8 @@ int CZxProgressDialog::Show(ZxHWnd parent, bool cancellable, const wchar_t* titl
     m_iPos = m_iMin;
     m_bCancelled = false;
     m_hWnd = SZxProgressWindow::Open(*this, parent, cancellable, title ? title : L"", flags);
-#if defined(_WIN32)
-    if (!m_hWnd)
+    if (!m_hWnd && SZxProgressWindow::kHasWindows)
         return -11;
-#endif
     m_bOn = true;
     SZxProgressWindow::Update(*this);
     return 0;
@@ -74,11 +72,3 @@ int CZxProgressDialog::Cancel()
     }
     return rc;
 }
-
-#if !defined(_WIN32)
-// Without a window system the dialog keeps its state and shows nothing.
-ZxHWnd SZxProgressWindow::Open(CZxProgressDialog&, ZxHWnd, bool, const wchar_t*, int) { return nullptr; }
-void SZxProgressWindow::Update(CZxProgressDialog&) {}
-void SZxProgressWindow::CancelTaken(CZxProgressDialog&) {}
-void SZxProgressWindow::Destroy(CZxProgressDialog&) {}
-#endif

@@ -4,6 +4,9 @@
 #include "zxhost/progressdialog.h"
 
 struct SZxProgressWindow {
+    /// False where there is no window system: a dialog without a window is then
+    /// still shown, as bookkeeping only.
+    static const bool kHasWindows;
     /// Makes the window for `dialog` over `parent`'s top-level window, which it
     /// disables; null when it cannot (or there is no window system).
     static ZxHWnd Open(CZxProgressDialog& dialog, ZxHWnd parent, bool cancellable, const wchar_t* title,

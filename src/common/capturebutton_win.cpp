@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <cwchar>
 
-#include "langdialog_win.h"
+#include "common/langdialog_win.h"
 #include "zx/capturebutton.h"
 #include "zxhost/alignwnd.h"
 #include "zx/selectionids.h"

@@ -1,6 +1,6 @@
 #include "zx/dialoghelpers.h"
 
-#include "langdialog_win.h"
+#include "common/langdialog_win.h"
 
 #include <vector>
 

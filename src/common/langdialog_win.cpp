@@ -1,4 +1,4 @@
-#include "langdialog_win.h"
+#include "common/langdialog_win.h"
 
 #include "zx/grabberuibase.h"
 #include "zxhost/locale.h"

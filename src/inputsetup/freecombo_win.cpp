@@ -1,5 +1,5 @@
 // Free-entry exposure and temperature combos: presets or typed values, Enter
-// and Escape caught by a thread keyboard hook per class.
+// and Escape caught by a thread keyboard hook per class (keyhook_win.cpp).
 #include <windows.h>
 
 #include <commctrl.h>
@@ -7,123 +7,20 @@
 #include <cmath>
 #include <vector>
 #include "inputsetup/wincontrols.h"
-#include "zx/iscontrols_editexposure.h"
 #include "zx/iscontrols_freecombo.h"
+#include "zx/iscontrols_numeric.h"
 #include "zx/status.h"
 #include "zxhost/exposure.h"
 #include "zxhost/system.h"
 
-struct SZxFreeComboLock {
-    CRITICAL_SECTION cs;
-};
-
-CZxVector<CZxISControlComboFreeExposure*>* CZxISControlComboFreeExposure::m_ControlList = nullptr;
-SZxFreeComboLock* CZxISControlComboFreeExposure::m_ControlLock = nullptr;
-void* CZxISControlComboFreeExposure::m_KeyboardHook = nullptr;
-CZxVector<CZxISControlComboFreeTemperature*>* CZxISControlComboFreeTemperature::m_ControlList = nullptr;
-SZxFreeComboLock* CZxISControlComboFreeTemperature::m_ControlLock = nullptr;
-void* CZxISControlComboFreeTemperature::m_KeyboardHook = nullptr;
-
 namespace {
 
-const wchar_t kSource[] = L"inputsetupcontrols";
 const WPARAM kEnter = 13, kEscape = 27;
 // The exposure combo's list height in pixels, and the fewest items it shows.
 const int kListHeight = 400, kMinVisible = 40;
 
 using zxwin::Combo;
 using zxwin::H;
-
-class Guard {
-public:
-    explicit Guard(SZxFreeComboLock* lock) : m_lock(lock) { EnterCriticalSection(&m_lock->cs); }
-    ~Guard() { LeaveCriticalSection(&m_lock->cs); }
-    Guard(const Guard&) = delete;
-    Guard& operator=(const Guard&) = delete;
-
-private:
-    SZxFreeComboLock* m_lock;
-};
-
-// ---- Class-wide state, shared by both classes through their own statics ----
-
-template <class T>
-void InitClass(CZxVector<T*>*& list, SZxFreeComboLock*& lock)
-{
-    if (lock)
-        return;
-    lock = new SZxFreeComboLock;
-    InitializeCriticalSection(&lock->cs);
-    list = new CZxVector<T*>;
-}
-
-template <class T>
-void DoneClass(CZxVector<T*>*& list, SZxFreeComboLock*& lock, void*& hook)
-{
-    if (!lock)
-        return;
-    if (hook)
-        UnhookWindowsHookEx(static_cast<HHOOK>(hook));
-    hook = nullptr;
-    delete list;
-    list = nullptr;
-    DeleteCriticalSection(&lock->cs);
-    delete lock;
-    lock = nullptr;
-}
-
-template <class T>
-bool RegisterIn(T* control, CZxVector<T*>* list, SZxFreeComboLock* lock, void*& hook, HOOKPROC proc)
-{
-    if (ZX_DIAG_FAIL_IF(!control || !list, kSource))
-        return false;
-    Guard g(lock);
-    for (T* c : *list)
-        if (c == control)
-            return true;
-    list->Add(control);
-    if (list->GetSize() == 1)
-        hook = SetWindowsHookExW(WH_KEYBOARD, proc, nullptr, GetCurrentThreadId());
-    return true;
-}
-
-template <class T>
-bool UnregisterFrom(T* control, CZxVector<T*>* list, SZxFreeComboLock* lock, void*& hook)
-{
-    if (!control || !list)
-        return false;
-    Guard g(lock);
-    for (int i = 0; i < list->GetSize(); ++i)
-        if ((*list)[i] == control) {
-            list->RemoveAt(i);
-            if (list->IsEmpty()) {
-                UnhookWindowsHookEx(static_cast<HHOOK>(hook));
-                hook = nullptr;
-            }
-            return true;
-        }
-    return false;
-}
-
-// Asks each registered control in order, under the lock; the first that takes
-// the key swallows it.
-template <class T, class Ask>
-LRESULT WalkHook(int code, WPARAM wParam, LPARAM lParam, CZxVector<T*>* list, SZxFreeComboLock* lock, void* hook,
-                 Ask ask)
-{
-    if (code >= 0 && list) {
-        bool taken = false;
-        {
-            Guard g(lock);
-            // By index, re-reading the size: a control's commit may change the list.
-            for (int i = 0; !taken && i < list->GetSize(); ++i)
-                taken = ask((*list)[i]);
-        }
-        if (taken)
-            return 1;
-    }
-    return CallNextHookEx(static_cast<HHOOK>(hook), code, wParam, lParam);
-}
 
 // The focus is in the combo (the edit part of an editable combo is its child).
 bool FocusIn(HWND combo)
@@ -161,33 +58,9 @@ int NearestIndex(int count, double value, ValueAt valueAt)
     return index;
 }
 
-// Both classes are used from the library's load to its unload.
-struct ClassLifetime {
-    ClassLifetime()
-    {
-        CZxISControlComboFreeExposure::Init();
-        CZxISControlComboFreeTemperature::Init();
-    }
-    ~ClassLifetime()
-    {
-        CZxISControlComboFreeExposure::Done();
-        CZxISControlComboFreeTemperature::Done();
-    }
-} s_lifetime;
-
 LRESULT CALLBACK ExposureComboTrampoline(HWND combo, UINT message, WPARAM wParam, LPARAM lParam)
 {
     return CZxISControlComboFreeExposure::ComboProc(reinterpret_cast<ZxHWnd>(combo), message, wParam, lParam);
-}
-
-LRESULT CALLBACK ExposureHookTrampoline(int code, WPARAM wParam, LPARAM lParam)
-{
-    return CZxISControlComboFreeExposure::FreeExposureHookProc(code, wParam, lParam);
-}
-
-LRESULT CALLBACK TemperatureHookTrampoline(int code, WPARAM wParam, LPARAM lParam)
-{
-    return CZxISControlComboFreeTemperature::FreeTemperatureHookProc(code, wParam, lParam);
 }
 
 } // namespace
@@ -364,25 +237,6 @@ CZxISControlComboFreeExposure::~CZxISControlComboFreeExposure()
     // The hook must never walk a destroyed control.
     if (m_hCombo)
         CZxISControlComboFreeExposure::Detach();
-}
-
-void CZxISControlComboFreeExposure::Init() { InitClass(m_ControlList, m_ControlLock); }
-void CZxISControlComboFreeExposure::Done() { DoneClass(m_ControlList, m_ControlLock, m_KeyboardHook); }
-
-bool CZxISControlComboFreeExposure::RegisterControl(CZxISControlComboFreeExposure* control)
-{
-    return RegisterIn(control, m_ControlList, m_ControlLock, m_KeyboardHook, ExposureHookTrampoline);
-}
-
-bool CZxISControlComboFreeExposure::UnregisterControl(CZxISControlComboFreeExposure* control)
-{
-    return UnregisterFrom(control, m_ControlList, m_ControlLock, m_KeyboardHook);
-}
-
-ZxLResult CZxISControlComboFreeExposure::FreeExposureHookProc(int32_t code, ZxWParam wParam, ZxLParam lParam)
-{
-    return WalkHook(code, wParam, lParam, m_ControlList, m_ControlLock, m_KeyboardHook,
-                    [&](CZxISControlComboFreeExposure* c) { return c->FreeExposureHook(code, wParam, lParam); });
 }
 
 int32_t CZxISControlComboFreeExposure::Attach(ZxHWnd dialog, CZxGenProvider_Low* provider, CZxISControlList* list)
@@ -609,25 +463,6 @@ CZxISControlComboFreeTemperature::~CZxISControlComboFreeTemperature()
         CZxISControlComboFreeTemperature::Detach();
 }
 
-void CZxISControlComboFreeTemperature::Init() { InitClass(m_ControlList, m_ControlLock); }
-void CZxISControlComboFreeTemperature::Done() { DoneClass(m_ControlList, m_ControlLock, m_KeyboardHook); }
-
-bool CZxISControlComboFreeTemperature::RegisterControl(CZxISControlComboFreeTemperature* control)
-{
-    return RegisterIn(control, m_ControlList, m_ControlLock, m_KeyboardHook, TemperatureHookTrampoline);
-}
-
-bool CZxISControlComboFreeTemperature::UnregisterControl(CZxISControlComboFreeTemperature* control)
-{
-    return UnregisterFrom(control, m_ControlList, m_ControlLock, m_KeyboardHook);
-}
-
-ZxLResult CZxISControlComboFreeTemperature::FreeTemperatureHookProc(int32_t code, ZxWParam wParam, ZxLParam lParam)
-{
-    return WalkHook(code, wParam, lParam, m_ControlList, m_ControlLock, m_KeyboardHook,
-                    [&](CZxISControlComboFreeTemperature* c) { return c->FreeTemperatureHook(code, wParam, lParam); });
-}
-
 int32_t CZxISControlComboFreeTemperature::Attach(ZxHWnd dialog, CZxGenProvider_Low* provider,
                                                  CZxISControlList* list)
 {
@@ -741,35 +576,4 @@ bool CZxISControlComboFreeTemperature::DlgProcHook(ZxHWnd dialog, uint32_t messa
 bool CZxISControlComboFreeTemperature::FreeTemperatureHook(int32_t code, ZxWParam key, ZxLParam)
 {
     return ZxFreeComboOps<CZxISControlComboFreeTemperature>::KeyHook(*this, code, key);
-}
-
-// ==== CZxISControlEditExposure =========================================================
-
-CZxISControlEditExposure::CZxISControlEditExposure(const wchar_t* name, uint32_t mode, int32_t id,
-                                                   uint32_t groupMask, uint32_t notifyMessage, bool flag)
-    : CZxISControlEditDouble(name, mode, id, groupMask, notifyMessage, flag, 1.0)
-{
-}
-
-int32_t CZxISControlEditExposure::SetEditValue(double value)
-{
-    SetText(ZX_ExposureToText(value, -1.0));
-    return ZX_OK;
-}
-
-int32_t CZxISControlEditExposure::GetEditValue(double& value)
-{
-    CZxVariant def;
-    _GetPropDefinition(def);
-    bool ok = false;
-    const double typed = ZX_TextToExposure(ComboText(Combo(GetItem())), -1.0, def[L"m_dMin"].GetDouble(),
-                                           def[L"m_dMax"].GetDouble(), &ok);
-    if (ok) {
-        value = typed;
-        return ZX_OK;
-    }
-    SZxGrabberPropertyValue current(m_wstrName);
-    _GetPropValue(current);
-    value = current.m_varValue.GetDouble();
-    return ZX_OK;
 }

@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-#include "../common/langdialog_win.h"
+#include "common/langdialog_win.h"
 #include "zx/dialoghelpers.h"
 #include "zx/grabberuibase.h"
 #include "zx/iscontrols_choice.h"

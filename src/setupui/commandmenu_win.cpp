@@ -1,4 +1,4 @@
-#include "commandmenu_win.h"
+#include "setupui/commandmenu_win.h"
 
 #include <cwchar>
 #include <initializer_list>

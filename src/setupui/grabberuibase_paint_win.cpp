@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "zx/grabberuibase.h"
-#include "commandmenu_win.h"
+#include "setupui/commandmenu_win.h"
 #include "imaging/channels.h"
 #include "zxhost/bitmappool.h"
 #include "zxhost/guicolors.h"

@@ -1,7 +1,7 @@
 #include "zx/grabberuibase.h"
 
-#include "commandmenu_win.h"
-#include "hostcore_win.h"
+#include "setupui/commandmenu_win.h"
+#include "setupui/hostcore_win.h"
 #include "zxhost/alignwnd.h"
 #include "zxhost/bitmappool.h"
 #include "zxhost/system.h"

@@ -1,6 +1,6 @@
-#include "hostcore_win.h"
+#include "setupui/hostcore_win.h"
 
-#include "commandmenu_win.h"
+#include "setupui/commandmenu_win.h"
 
 #include "zx/grabberguielementbase.h"
 #include "zx/grabberuibase.h"

@@ -38,7 +38,7 @@ EXTRA_CALLS = {
 }
 # Per file: arrays of texts translated element by element.
 ARRAYS = {
-    "src/selection/czxcameraselectionui_win.cpp": [r"\btitles\[\]\s*=\s*\{"],
+    "src/selection/cameraselection_win.cpp": [r"\btitles\[\]\s*=\s*\{"],
 }
 # Contexts of files whose lookups do not name a kSource of their own.
 FILE_CONTEXTS = {

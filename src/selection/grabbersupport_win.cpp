@@ -6,7 +6,7 @@
 #include <iterator>
 #include <string>
 
-#include "selection_internal.h"
+#include "selection/selection_internal.h"
 #include "zx/grabbersupport.h"
 #include "zx/grabberuibase.h"
 #include "zxhost/grabber.h"
@@ -14,7 +14,7 @@
 #include "zx/selectionids.h"
 #include "zx/status.h"
 #include "zxhost/alignwnd.h"
-#include "../common/langdialog_win.h"
+#include "common/langdialog_win.h"
 
 using zx::sel::Tr;
 

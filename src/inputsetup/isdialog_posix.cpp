@@ -3,7 +3,6 @@
 // a missing window.
 #include "inputsetup/isdialog.h"
 
-#if !defined(_WIN32)
 namespace zxis {
 
 ZxHWnd DlgItem(ZxHWnd, int) { return nullptr; }
@@ -12,4 +11,3 @@ int EnableItem(ZxHWnd, bool) { return 0; }
 int ShowItem(ZxHWnd, bool) { return 0; }
 
 } // namespace zxis
-#endif

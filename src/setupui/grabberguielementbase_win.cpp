@@ -1,8 +1,8 @@
 #include "zx/grabberguielementbase.h"
 
-#include "../common/langdialog_win.h"
-#include "commandmenu_win.h"
-#include "hostcore_win.h"
+#include "common/langdialog_win.h"
+#include "setupui/commandmenu_win.h"
+#include "setupui/hostcore_win.h"
 #include "zxhost/grabber.h"
 #include "zxhost/guicolors.h"
 #include "zxhost/guidraw.h"

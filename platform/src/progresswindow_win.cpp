@@ -75,6 +75,8 @@ HWND Child(HWND parent, const wchar_t* cls, const wchar_t* text, DWORD style, in
 
 } // namespace
 
+const bool SZxProgressWindow::kHasWindows = true;
+
 ZxHWnd SZxProgressWindow::Open(CZxProgressDialog& dialog, ZxHWnd parent, bool cancellable, const wchar_t* title,
                                int flags)
 {

@@ -5,12 +5,12 @@
 
 #include <cwchar>
 
-#include "selection_internal.h"
+#include "selection/selection_internal.h"
 #include "zx/grabbersupport.h"
 #include "zx/selectionids.h"
 #include "zx/status.h"
 #include "zxhost/alignwnd.h"
-#include "../common/langdialog_win.h"
+#include "common/langdialog_win.h"
 
 using zx::sel::Tr;
 
