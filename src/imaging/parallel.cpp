@@ -9,7 +9,6 @@
 #include <condition_variable>
 #include <mutex>
 #include <new>
-#include <thread>
 #include <vector>
 
 #include "zx/kernel_level.h"
@@ -134,20 +133,13 @@ struct Pool {
 };
 
 // Never destroyed: at process exit Windows has ended the workers before static
-// destructors run, and joining there would wait forever. See StopAtUnload.
+// destructors run, and joining there would wait forever. Elsewhere the pool is
+// stopped at unload (parallel_posix.cpp).
 Pool& ThePool()
 {
     static Pool* pool = new Pool;
     return *pool;
 }
-
-#if !defined(_WIN32)
-// A shared object can be unloaded with its workers blocked in it: stop them
-// first. Outside Windows no loader lock is held here, so joining is safe.
-struct StopAtUnload {
-    ~StopAtUnload() { ZX_SetKernelThreads(1); }
-} g_stopAtUnload;
-#endif
 
 } // namespace
 
@@ -190,25 +182,3 @@ int ZX_GetKernelThreads()
 {
     return zx::ThePool().setting.load(std::memory_order_relaxed);
 }
-
-#if !defined(_WIN32)
-namespace zx::platform {
-
-void* StartThread(void (*fn)(void*), void* arg)
-{
-    try {
-        return new std::thread(fn, arg);
-    } catch (...) {  // no thread to be had: the frame runs on fewer
-        return nullptr;
-    }
-}
-
-void JoinThread(void* thread)
-{
-    auto* t = static_cast<std::thread*>(thread);
-    t->join();
-    delete t;
-}
-
-} // namespace zx::platform
-#endif
