@@ -122,6 +122,21 @@ void Map16x3Loop(uint16_t* p, size_t n, const uint16_t* const tables[3], uint32_
 constexpr uint32_t kBlockedLast = 4096;
 constexpr size_t kChannelBlock = size_t(1) << 14;
 
+// Samples q[0] and q[3] (one channel of two neighbouring pixels) from a single
+// 8-byte load, which must lie within the buffer.
+inline void LoadSamples03(const uint16_t* q, uint32_t& s0, uint32_t& s3)
+{
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    uint64_t w;
+    std::memcpy(&w, q, 8);
+    s0 = uint16_t(w);
+    s3 = uint32_t(w >> 48);
+#else
+    s0 = q[0];
+    s3 = q[3];
+#endif
+}
+
 template <bool Clamp>
 void Map16x3Blocked(uint16_t* p, size_t n, const uint16_t* const tables[3], uint32_t last)
 {
@@ -132,8 +147,14 @@ void Map16x3Blocked(uint16_t* p, size_t n, const uint16_t* const tables[3], uint
             const uint16_t* t = tables[c];
             uint16_t* q = p + 3 * at + c;
             size_t i = 0;
+            // A lookup is a sample load, a table load and a store, and the load
+            // ports bound the loop: two samples share one load. The loads of four
+            // pixels stay within their twelve samples.
             for (; i + 4 <= len; i += 4, q += 12) {
-                const uint32_t a = idx(q[0]), b = idx(q[3]), d = idx(q[6]), e = idx(q[9]);
+                uint32_t a, b, d, e;
+                LoadSamples03(q, a, b);
+                LoadSamples03(q + 6, d, e);
+                a = idx(a); b = idx(b); d = idx(d); e = idx(e);
                 q[0] = t[a]; q[3] = t[b]; q[6] = t[d]; q[9] = t[e];
             }
             for (; i < len; ++i, q += 3)
