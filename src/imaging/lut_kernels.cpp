@@ -68,12 +68,29 @@ void Map8Fast(uint8_t* p, size_t n, const uint16_t* table, uint32_t last)
         p[i] = t[p[i]];
 }
 
+// Four samples from one 8-byte load: a lookup is a sample load, a table load and
+// a store, and the load ports bound the loop.
+inline void Load4(const uint16_t* p, uint32_t& a, uint32_t& b, uint32_t& c, uint32_t& d)
+{
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    uint64_t w;
+    std::memcpy(&w, p, 8);
+    a = uint16_t(w);
+    b = uint16_t(w >> 16);
+    c = uint16_t(w >> 32);
+    d = uint32_t(w >> 48);
+#else
+    a = p[0]; b = p[1]; c = p[2]; d = p[3];
+#endif
+}
+
 template <bool Clamp>
 void Map16Loop(uint16_t* p, size_t n, const uint16_t* table, uint32_t last)
 {
     size_t i = 0;
     for (; i + 4 <= n; i += 4) {
-        uint32_t a = p[i], b = p[i + 1], c = p[i + 2], d = p[i + 3];
+        uint32_t a, b, c, d;
+        Load4(p + i, a, b, c, d);
         if (Clamp) {
             a = std::min(a, last); b = std::min(b, last);
             c = std::min(c, last); d = std::min(d, last);
@@ -122,6 +139,21 @@ void Map16x3Loop(uint16_t* p, size_t n, const uint16_t* const tables[3], uint32_
 constexpr uint32_t kBlockedLast = 4096;
 constexpr size_t kChannelBlock = size_t(1) << 14;
 
+// Samples q[0] and q[3] (one channel of two neighbouring pixels) from a single
+// 8-byte load, which must lie within the buffer (as Load4).
+inline void LoadSamples03(const uint16_t* q, uint32_t& s0, uint32_t& s3)
+{
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    uint64_t w;
+    std::memcpy(&w, q, 8);
+    s0 = uint16_t(w);
+    s3 = uint32_t(w >> 48);
+#else
+    s0 = q[0];
+    s3 = q[3];
+#endif
+}
+
 template <bool Clamp>
 void Map16x3Blocked(uint16_t* p, size_t n, const uint16_t* const tables[3], uint32_t last)
 {
@@ -132,8 +164,13 @@ void Map16x3Blocked(uint16_t* p, size_t n, const uint16_t* const tables[3], uint
             const uint16_t* t = tables[c];
             uint16_t* q = p + 3 * at + c;
             size_t i = 0;
+            // Two samples share one load; the loads of four pixels stay within
+            // their twelve samples.
             for (; i + 4 <= len; i += 4, q += 12) {
-                const uint32_t a = idx(q[0]), b = idx(q[3]), d = idx(q[6]), e = idx(q[9]);
+                uint32_t a, b, d, e;
+                LoadSamples03(q, a, b);
+                LoadSamples03(q + 6, d, e);
+                a = idx(a); b = idx(b); d = idx(d); e = idx(e);
                 q[0] = t[a]; q[3] = t[b]; q[6] = t[d]; q[9] = t[e];
             }
             for (; i < len; ++i, q += 3)

@@ -63,17 +63,17 @@ TEST(KernelLevels, LutKernelsMatchTheReference)
     for (const uint32_t last : {255u, 100u, 4095u, 65535u, 30000u})
         for (const size_t n : {size_t(1), size_t(31), size_t(100003)}) {
             SCOPED_TRACE(::testing::Message() << "last " << last << ", " << n << " pixels");
-            const std::vector<uint16_t> table = Random<uint16_t>(size_t(last) + 1, 0xFFFF, seed++);
+            // Room for three tables of last + 1 entries: full 16-bit tables take the unclamped path.
+            const std::vector<uint16_t> table = Random<uint16_t>(3 * (size_t(last) + 1), 0xFFFF, seed++);
             std::vector<int32_t> pairs[3];
             for (auto& p : pairs) {
                 p = Random<int32_t>(2 * (size_t(last) + 1), 0x7FFFF, seed++);
                 for (int32_t& e : p) e -= 0x20000;
             }
-            const uint16_t* tables[3] = {table.data(), table.data() + last / 3, table.data() + last / 2};
+            const uint16_t* tables[3] = {table.data(), table.data() + last + 1, table.data() + 2 * (last + 1)};
             const int32_t* pairPtrs[3] = {pairs[0].data(), pairs[1].data(), pairs[2].data()};
             const std::vector<uint16_t> in16 = Random<uint16_t>(3 * n, last > 255 ? 0xFFFF : 0x1FF, seed++);
             std::vector<uint8_t> in8(in16.begin(), in16.end());
-            const uint32_t last3 = last - last / 2;  // every channel's table ends inside `table`
             zxtest::ForEachKernelLevel([&](int) {
                 const zx::LutKernels& k = zx::GetLutKernels();
                 auto check = [&](auto kernel, auto refKernel, auto data, size_t count, auto... args) {
@@ -85,11 +85,11 @@ TEST(KernelLevels, LutKernelsMatchTheReference)
                 const int32_t maxOut = last > 255 ? 65535 : 255;
                 if (last <= 255) {
                     EXPECT_TRUE(check(k.Map8, ref.Map8, in8, 3 * n, table.data(), last)) << "Map8";
-                    EXPECT_TRUE(check(k.Map8x3, ref.Map8x3, in8, n, tables, last3)) << "Map8x3";
+                    EXPECT_TRUE(check(k.Map8x3, ref.Map8x3, in8, n, tables, last)) << "Map8x3";
                     EXPECT_TRUE(check(k.Pair8, ref.Pair8, in8, n, pairPtrs, last, maxOut)) << "Pair8";
                 }
                 EXPECT_TRUE(check(k.Map16, ref.Map16, in16, 3 * n, table.data(), last)) << "Map16";
-                EXPECT_TRUE(check(k.Map16x3, ref.Map16x3, in16, n, tables, last3)) << "Map16x3";
+                EXPECT_TRUE(check(k.Map16x3, ref.Map16x3, in16, n, tables, last)) << "Map16x3";
                 EXPECT_TRUE(check(k.Pair16, ref.Pair16, in16, n, pairPtrs, last, maxOut)) << "Pair16";
             });
         }
