@@ -151,7 +151,7 @@ TEST(ScrollControls, IntegerAndTextScrollsWriteTheirOwnKindOfValue)
     EXPECT_EQ(ItemText(dlg, IDC_NUM_LIST_TEXT), L"Hardware");
 }
 
-TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveScrollsAndSpinsDisabled)
+TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveScrollsSpinsAndEditsDisabled)
 {
     TestDialog dlg(IDD_NUM_TEST);
     OddCamera cam;
@@ -172,7 +172,9 @@ TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveScrollsAndSpinsDisabl
     CZxISControlScrollString list(L"", 1, IDC_NUM_LIST, IDC_NUM_LIST_TEXT, 1);
     CZxISControlSpinInt spinInt(L"", 1, IDC_NUM_SPININT_EDIT, 1);
     CZxISControlSpinDouble spinDouble(L"", 1, IDC_NUM_SPIN_EDIT, 1);
-    // A spin disables its buddy edit and its up-down; a scroll has one window.
+    CZxISControlEditBase::Init();   // edits are subclassed through their registry
+    CZxISControlEditDouble edit(L"", 1, IDC_NUM_EDIT, 1, WM_APP, false);
+    // A spin disables its buddy edit and its up-down; the others have one window.
     const struct {
         CZxISControl* control;
         int id, bar;
@@ -187,7 +189,8 @@ TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveScrollsAndSpinsDisabl
                  {&list, IDC_NUM_LIST, IDC_NUM_LIST, L"TriggerMode", L"WrongList", L"m_list element is no text"},
                  {&spinInt, IDC_NUM_SPININT_EDIT, IDC_NUM_SPININT, L"Offset", L"IntStepZero", L"m_iStep<=0"},
                  {&spinDouble, IDC_NUM_SPIN_EDIT, IDC_NUM_SPIN, L"Gain", L"NoMin",
-                  L"m_dMin missing or no finite number"}};
+                  L"m_dMin missing or no finite number"},
+                 {&edit, IDC_NUM_EDIT, IDC_NUM_EDIT, L"Gain", L"StepZero", L"m_dStep missing or <=0"}};
     for (const auto& c : cases) {
         c.control->ChangeName(c.usable);   // first a usable definition
         c.control->Attach(dlg.ZxHwnd(), &cam, &dlg.List());
@@ -205,4 +208,6 @@ TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveScrollsAndSpinsDisabl
         EXPECT_FALSE(dlg.Scroll(c.bar, SB_THUMBPOSITION, 3)) << c.name;
         EXPECT_EQ(c.control->UpdateFromGeneric(), -9) << c.name;
     }
+    edit.Detach();
+    CZxISControlEditBase::Done();
 }
