@@ -229,26 +229,6 @@ TEST_F(FreeCombos, RefreshWhileTheListIsOpenIsRefusedAndClosingShowsTheDriverVal
     }
 }
 
-TEST(FreeExposure, TheKeyboardHookLivesWhileAnyControlIsAttached)
-{
-    TestDialog dlg(IDD_FREE_TEST);
-    Exposure a(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, false),
-        b(L"CaptureMaxExposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE2, 1, kPrivate, false);
-    EXPECT_EQ(Exposure::m_KeyboardHook, nullptr);
-    dlg.Attach(a);
-    void* hook = Exposure::m_KeyboardHook;
-    ASSERT_NE(hook, nullptr);
-    dlg.Attach(b);
-    EXPECT_EQ(Exposure::m_KeyboardHook, hook);
-    EXPECT_EQ(Exposure::m_ControlList->GetSize(), 2);
-    a.Detach();
-    EXPECT_EQ(Exposure::m_KeyboardHook, hook);
-    b.Detach();
-    EXPECT_EQ(Exposure::m_KeyboardHook, nullptr);
-    EXPECT_EQ(Exposure::m_ControlList->GetSize(), 0);
-    EXPECT_FALSE(UnhookWindowsHookEx(static_cast<HHOOK>(hook))) << "already removed";
-}
-
 TEST_F(FreeCombos, ExposureClickOpensTheListWithTheCurrentValueInItsMiddle)
 {
     std::vector<double> many(80);
@@ -277,15 +257,20 @@ TEST_F(FreeCombos, ExposureClickOpensTheListWithTheCurrentValueInItsMiddle)
     EXPECT_FALSE(e.IsDroppedDown());
 }
 
-TEST(FreeExposure, AModeLockKeepsTheBaseModeAndDetachRestoresTheCombo)
+TEST(FreeExposure, TheHookLivesWhileAnyIsAttachedAModeLockKeepsTheBaseModeAndDetachRestoresTheCombo)
 {
     TestDialog dlg(IDD_FREE_TEST);
     Exposure locked(L"Exposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE, 1, kPrivate, true),
         free(L"CaptureMaxExposure", ZX_MODE_FAST, IDC_FREE_EXPOSURE2, 1, kPrivate, false);
     HWND combo = dlg.Item(IDC_FREE_EXPOSURE);
     const LONG_PTR proc = GetWindowLongPtrW(combo, GWLP_WNDPROC);
+    EXPECT_EQ(Exposure::m_KeyboardHook, nullptr);
     dlg.Attach(locked);
+    void* hook = Exposure::m_KeyboardHook;
+    ASSERT_NE(hook, nullptr);
     dlg.Attach(free);
+    EXPECT_EQ(Exposure::m_KeyboardHook, hook);
+    EXPECT_EQ(Exposure::m_ControlList->GetSize(), 2);
     EXPECT_NE(GetWindowLongPtrW(combo, GWLP_WNDPROC), proc);
     dlg.List().ChangeModeMany(ZX_MODE_QUALITY, ~0u);
     EXPECT_EQ(locked.GetMode(), uint32_t(ZX_MODE_FAST));
@@ -294,6 +279,11 @@ TEST(FreeExposure, AModeLockKeepsTheBaseModeAndDetachRestoresTheCombo)
     locked.Detach();
     EXPECT_EQ(GetWindowLongPtrW(combo, GWLP_WNDPROC), proc);
     EXPECT_FALSE(locked.IsEnabled());
+    EXPECT_EQ(Exposure::m_KeyboardHook, hook);
+    free.Detach();
+    EXPECT_EQ(Exposure::m_KeyboardHook, nullptr);
+    EXPECT_EQ(Exposure::m_ControlList->GetSize(), 0);
+    EXPECT_FALSE(UnhookWindowsHookEx(static_cast<HHOOK>(hook))) << "already removed";
 }
 
 TEST(TemperatureCaution, TheLibraryCarriesTheTemplateByNameWithItsTexts)

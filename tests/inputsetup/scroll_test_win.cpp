@@ -151,7 +151,7 @@ TEST(ScrollControls, IntegerAndTextScrollsWriteTheirOwnKindOfValue)
     EXPECT_EQ(ItemText(dlg, IDC_NUM_LIST_TEXT), L"Hardware");
 }
 
-TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveTheScrollDisabled)
+TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveScrollsSpinsAndEditsDisabled)
 {
     TestDialog dlg(IDD_NUM_TEST);
     OddCamera cam;
@@ -164,24 +164,35 @@ TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveTheScrollDisabled)
                 {L"StepZero", Range(L"RZxRangeDouble", kDoubleKeys, 0, 10, 0)},
                 {L"StepNegative", Range(L"RZxRangeDouble", kDoubleKeys, 0, 10, -1)},
                 {L"MinAboveMax", Range(L"RZxRangeDouble", kDoubleKeys, 10, 0, 1)},
+                {L"IntStepZero", Record(L"RZxRangeInt32", {{L"m_iMin", 0}, {L"m_iMax", 10}, {L"m_iStep", 0}})},
                 {L"NoList", CZxVariant::MakeRecord(L"RZxList")},
                 {L"WrongList", wrongList}};
     CZxISControlScrollDouble scroll(L"", 1, IDC_NUM_SCROLL, IDC_NUM_SCROLL_TEXT, 1);
     CZxISControlScrollDoubleLog log(L"", 1, IDC_NUM_LOG, IDC_NUM_LOG_TEXT, 1);
     CZxISControlScrollString list(L"", 1, IDC_NUM_LIST, IDC_NUM_LIST_TEXT, 1);
+    CZxISControlSpinInt spinInt(L"", 1, IDC_NUM_SPININT_EDIT, 1);
+    CZxISControlSpinDouble spinDouble(L"", 1, IDC_NUM_SPIN_EDIT, 1);
+    CZxISControlEditBase::Init();   // edits are subclassed through their registry
+    CZxISControlEditDouble edit(L"", 1, IDC_NUM_EDIT, 1, WM_APP, false);
+    // A spin disables its buddy edit and its up-down; the others have one window.
     const struct {
-        CZxISControlScrollDouble* control;
-        int id;
+        CZxISControl* control;
+        int id, bar;
+        const wchar_t* usable;
         const wchar_t* name;
         const wchar_t* condition;
-    } cases[] = {{&scroll, IDC_NUM_SCROLL, L"NoMin", L"m_dMin missing or no finite number"},
-                 {&scroll, IDC_NUM_SCROLL, L"StepZero", L"m_dStep<=0"},
-                 {&log, IDC_NUM_LOG, L"StepNegative", L"m_dStep<=0"},
-                 {&log, IDC_NUM_LOG, L"MinAboveMax", L"m_dMin>m_dMax"},
-                 {&list, IDC_NUM_LIST, L"NoList", L"m_list missing or empty"},
-                 {&list, IDC_NUM_LIST, L"WrongList", L"m_list element is no text"}};
+    } cases[] = {{&scroll, IDC_NUM_SCROLL, IDC_NUM_SCROLL, L"Gain", L"NoMin", L"m_dMin missing or no finite number"},
+                 {&scroll, IDC_NUM_SCROLL, IDC_NUM_SCROLL, L"Gain", L"StepZero", L"m_dStep<=0"},
+                 {&log, IDC_NUM_LOG, IDC_NUM_LOG, L"Gain", L"StepNegative", L"m_dStep<=0"},
+                 {&log, IDC_NUM_LOG, IDC_NUM_LOG, L"Gain", L"MinAboveMax", L"m_dMin>m_dMax"},
+                 {&list, IDC_NUM_LIST, IDC_NUM_LIST, L"TriggerMode", L"NoList", L"m_list missing or empty"},
+                 {&list, IDC_NUM_LIST, IDC_NUM_LIST, L"TriggerMode", L"WrongList", L"m_list element is no text"},
+                 {&spinInt, IDC_NUM_SPININT_EDIT, IDC_NUM_SPININT, L"Offset", L"IntStepZero", L"m_iStep<=0"},
+                 {&spinDouble, IDC_NUM_SPIN_EDIT, IDC_NUM_SPIN, L"Gain", L"NoMin",
+                  L"m_dMin missing or no finite number"},
+                 {&edit, IDC_NUM_EDIT, IDC_NUM_EDIT, L"Gain", L"StepZero", L"m_dStep missing or <=0"}};
     for (const auto& c : cases) {
-        c.control->ChangeName(c.id == IDC_NUM_LIST ? L"TriggerMode" : L"Gain"); // first a usable definition
+        c.control->ChangeName(c.usable);   // first a usable definition
         c.control->Attach(dlg.ZxHwnd(), &cam, &dlg.List());
         c.control->Reinit();
         c.control->ChangeName(c.name);
@@ -190,10 +201,13 @@ TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveTheScrollDisabled)
         EXPECT_TRUE(diag.Has(c.condition, L"inputsetupcontrols")) << c.name;
         EXPECT_EQ(c.control->Enable(true), 0);
         EXPECT_FALSE(IsWindowEnabled(dlg.Item(c.id))) << c.name;
+        EXPECT_FALSE(IsWindowEnabled(dlg.Item(c.bar))) << c.name;
         SZxGrabberPropertyValue v(c.name);
         EXPECT_EQ(c.control->GetPropValForGeneric(v), -9) << c.name;
         EXPECT_TRUE(v.m_varValue.IsNull());
-        EXPECT_FALSE(dlg.Scroll(c.id, SB_LINERIGHT)) << c.name;
+        EXPECT_FALSE(dlg.Scroll(c.bar, SB_THUMBPOSITION, 3)) << c.name;
         EXPECT_EQ(c.control->UpdateFromGeneric(), -9) << c.name;
     }
+    edit.Detach();
+    CZxISControlEditBase::Done();
 }

@@ -63,34 +63,6 @@ TEST(SpinControls, IntegerSpinShowsTheValueOverItsDenominator)
     EXPECT_EQ(plain.GetPrecision(), 0);
 }
 
-TEST(SpinControls, UnusableDefinitionsAreReportedAndLeaveTheSpinDisabled)
-{
-    TestDialog dlg(IDD_NUM_TEST);
-    OddCamera cam;
-    cam.defs = {{L"StepZero", Record(L"RZxRangeInt32", {{L"m_iMin", 0}, {L"m_iMax", 10}, {L"m_iStep", 0}})},
-                {L"NoMin", Record(L"RZxRangeDouble", {{L"m_dMax", 10.0}, {L"m_dStep", 1.0}})}};
-    CZxISControlSpinInt spinInt(L"StepZero", 1, IDC_NUM_SPININT_EDIT, 1);
-    CZxISControlSpinDouble spinDouble(L"NoMin", 1, IDC_NUM_SPIN_EDIT, 1);
-    const struct {
-        CZxISControlSpinBase* control;
-        int edit, upDown;
-        const wchar_t* condition;
-    } cases[] = {{&spinInt, IDC_NUM_SPININT_EDIT, IDC_NUM_SPININT, L"m_iStep<=0"},
-                 {&spinDouble, IDC_NUM_SPIN_EDIT, IDC_NUM_SPIN, L"m_dMin missing or no finite number"}};
-    for (const auto& c : cases) {
-        c.control->Attach(dlg.ZxHwnd(), &cam, &dlg.List());
-        zxtest::DiagCapture diag;
-        EXPECT_EQ(c.control->Reinit(), -9);
-        EXPECT_TRUE(diag.Has(c.condition, L"inputsetupcontrols")) << c.condition;
-        c.control->Enable(true);
-        EXPECT_FALSE(IsWindowEnabled(dlg.Item(c.edit)));
-        EXPECT_FALSE(IsWindowEnabled(dlg.Item(c.upDown)));
-        EXPECT_FALSE(dlg.Scroll(c.upDown, SB_THUMBPOSITION, 3));
-        SZxGrabberPropertyValue v(L"x");
-        EXPECT_EQ(c.control->GetPropValForGeneric(v), -9);
-    }
-}
-
 TEST(SpinControls, NoSpinOrScrollWritesPastAMaximumThatIsOffTheStepGrid)
 {
     // 0 .. 9 in steps of 5: three positions, the last of which stands for 9, not 10.
