@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
-#include <new>
 #include <utility>
 #include <vector>
 
@@ -12,6 +10,7 @@
 #include "imaging/parallel.h"
 #include "imaging/pixel_io.h"
 #include "imaging/probe_region.h"
+#include "imaging/scratch.h"
 #include "zxhost/system.h"
 
 namespace {
@@ -161,28 +160,27 @@ void CountRegion(SZxAEHistogram& h, const SZxPicBuf& pb, const SZxGrabberProbe* 
         count(spans, bins);
         return;
     }
-    // Each part clears its own bins, and the sums are split by bin ranges (whole
-    // cache lines), so neither grows with the thread count on one thread.
+    // The further parts' bins come zeroed from the kept scratch memory, and the
+    // sums are split by bin ranges (whole cache lines) over the threads.
     const size_t perPart = tables * binCount;
-    std::unique_ptr<uint32_t[]> own(new (std::nothrow) uint32_t[size_t(parts - 1) * perPart]);
+    zx::ScratchBlock ownBlock(size_t(parts - 1) * perPart * sizeof(uint32_t));
+    uint32_t* const own = ownBlock.As<uint32_t>();
     if (!own) {
         count(spans, bins);
         return;
     }
     zx::RunParts(parts, [&](unsigned p) {
         uint32_t* to[3] = {bins[0], bins[1], bins[2]};
-        if (p > 0) {
-            std::memset(own.get() + (p - 1) * perPart, 0, perPart * sizeof(uint32_t));
+        if (p > 0)
             for (size_t c = 0; c < tables; ++c)
-                to[c] = own.get() + (p - 1) * perPart + c * binCount;
-        }
+                to[c] = own + (p - 1) * perPart + c * binCount;
         count(Cut(spans, pb.uiWidth, zx::PartStart(total, p, parts), zx::PartStart(total, p + 1, parts)), to);
     });
     zx::RunParts(parts, [&](unsigned q) {
         const size_t from = zx::PartStart(binCount, q, parts, 16), to = zx::PartStart(binCount, q + 1, parts, 16);
         for (unsigned p = 1; p < parts; ++p)
             for (size_t c = 0; c < tables; ++c) {
-                const uint32_t* add = own.get() + (p - 1) * perPart + c * binCount;
+                const uint32_t* add = own + (p - 1) * perPart + c * binCount;
                 for (size_t i = from; i < to; ++i)
                     bins[c][i] += add[i];
             }

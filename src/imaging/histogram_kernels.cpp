@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <bitset>
 #include <cstring>
-#include <vector>
+#include <memory>
+#include <new>
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
 
 #include "imaging/kernel_level.h"
+#include "imaging/scratch.h"
 
 namespace zx {
 namespace {
@@ -100,10 +102,18 @@ constexpr size_t kPairMinSamples = size_t(1) << 18;
 // and again, and each increment waits for the previous one to the same counter,
 // which the core forwards quickly only for full-width counters: those stretches
 // use 32-bit counters, whose touched part then sits in the first-level cache.
-// The wide table (256 KiB) is only made for a frame that needs it.
+// The wide table (256 KiB) is only made for a frame that needs it; without
+// memory for it those stretches count into the narrow table too.
 struct PairTables {
-    std::vector<uint8_t> narrow = std::vector<uint8_t>(size_t(1) << 16, 0);
-    std::vector<uint32_t> wide;
+    ScratchBlock narrow{size_t(1) << 16};
+    std::unique_ptr<ScratchBlock> wide;
+
+    uint32_t* Wide()
+    {
+        if (!wide)
+            wide.reset(new (std::nothrow) ScratchBlock((size_t(1) << 16) * sizeof(uint32_t)));
+        return wide ? wide->As<uint32_t>() : nullptr;
+    }
 };
 
 constexpr size_t kPairStretch = size_t(1) << 16;  // samples per choice of table
@@ -197,13 +207,11 @@ void CountPairs(const uint8_t* p, size_t n, PairTables& t, uint32_t* single)
 {
     for (size_t at = 0; at < n; at += kPairStretch) {
         const size_t len = std::min(kPairStretch, n - at);
-        if (FewValues(p + at, len)) {
-            if (t.wide.empty())
-                t.wide.assign(size_t(1) << 16, 0);
-            CountPairsWide(p + at, len, t.wide.data(), single);
-        } else {
-            CountPairsNarrow(p + at, len, t.narrow.data(), single);
-        }
+        uint32_t* wide = FewValues(p + at, len) ? t.Wide() : nullptr;
+        if (wide)
+            CountPairsWide(p + at, len, wide, single);
+        else
+            CountPairsNarrow(p + at, len, t.narrow.As<uint8_t>(), single);
     }
 }
 
@@ -323,10 +331,16 @@ void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size
     const uint32_t rawTop = uint32_t(std::min<uint64_t>(((uint64_t(top) + 1) << shift) - 1, maxRaw));
     const size_t stride = size_t(rawTop) + 1 + kPad;
     const size_t copies = MonoCopies(size_t(rawTop) + 1);
-    std::vector<uint32_t> local(copies * stride, 0);
     // Deep ranges: 16-bit counters, with the first 32-bit copy as their wrap table.
     const bool deep = rawTop >= kDeep;
-    std::vector<uint16_t> narrow(deep ? size_t(rawTop) + 1 + kPad16 : 0, 0);
+    const size_t narrowCount = deep ? size_t(rawTop) + 1 + kPad16 : 0;
+    ScratchBlock block(copies * stride * sizeof(uint32_t) + narrowCount * sizeof(uint16_t));
+    if (!block.Data()) {
+        MonoRef(data, rowSamples, spans, count, bins, shift, top);
+        return;
+    }
+    uint32_t* const local = block.As<uint32_t>();
+    uint16_t* const narrow = reinterpret_cast<uint16_t*>(local + copies * stride);
     size_t total = 0;
     for (size_t s = 0; s < count; ++s)
         total += spans[s].n;
@@ -334,12 +348,14 @@ void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size
     if constexpr (sizeof(T) == 1) {
         if (rawTop == 0xFF && total >= kPairMinSamples) {
             PairTables tables;
-            for (size_t s = 0; s < count; ++s)
-                CountPairs(data + spans[s].y * rowSamples + spans[s].x0, spans[s].n, tables, local.data());
-            FoldPairs(tables.narrow.data(), local.data());
-            if (!tables.wide.empty())
-                FoldPairs(tables.wide.data(), local.data());
-            counted = true;
+            if (tables.narrow.Data()) {
+                for (size_t s = 0; s < count; ++s)
+                    CountPairs(data + spans[s].y * rowSamples + spans[s].x0, spans[s].n, tables, local);
+                FoldPairs(tables.narrow.As<uint8_t>(), local);
+                if (tables.wide && tables.wide->Data())
+                    FoldPairs(tables.wide->As<uint32_t>(), local);
+                counted = true;
+            }
         }
     }
     // A span whose samples all lie within rawTop (the usual case: nothing above
@@ -354,13 +370,13 @@ void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size
             const T* q = p + at;
             if (deep && SpreadsWide(q, len)) {
                 if (clamp)
-                    CountNarrow<T, true, 1>(q, len, narrow.data(), local.data(), rawTop);
+                    CountNarrow<T, true, 1>(q, len, narrow, local, rawTop);
                 else
-                    CountNarrow<T, false, 1>(q, len, narrow.data(), local.data(), rawTop);
+                    CountNarrow<T, false, 1>(q, len, narrow, local, rawTop);
             } else if (clamp) {
-                CountMonoCopies<T, true>(q, len, local.data(), stride, rawTop, copies);
+                CountMonoCopies<T, true>(q, len, local, stride, rawTop, copies);
             } else {
-                CountMonoCopies<T, false>(q, len, local.data(), stride, rawTop, copies);
+                CountMonoCopies<T, false>(q, len, local, stride, rawTop, copies);
             }
         }
     }
@@ -403,15 +419,28 @@ void ColourDeep(const T* data, size_t rowSamples, const HistogramSpan* spans, si
         offset[c] = total;
         total += size_t(t[c]) + 1 + kPad16;
     }
-    // The narrow tables are cleared last, so they are the ones left in the cache.
-    std::vector<uint32_t> wideMem(total, 0);
-    std::vector<uint16_t> narrowMem(total, 0);
-    uint16_t* narrow[3];
-    uint32_t* wide[6];
-    for (int c = 0; c < 3; ++c) {
-        narrow[c] = narrowMem.data() + offset[c];
-        wide[c] = wide[c + 3] = wideMem.data() + offset[c];
+    ScratchBlock narrowMem(total * sizeof(uint16_t));
+    if (!narrowMem.Data()) {
+        ColourRef(data, rowSamples, spans, count, bins, t);
+        return;
     }
+    uint16_t* narrow[3];
+    for (int c = 0; c < 3; ++c)
+        narrow[c] = narrowMem.As<uint16_t>() + offset[c];
+    // A narrow counter's wraps go straight to the caller's bins. Stretches of
+    // repeats count into padded 32-bit tables, made for the first such stretch
+    // (the bins themselves as a last resort: the same counts, 4K-aliased).
+    std::unique_ptr<ScratchBlock> wideMem;
+    uint32_t* wide[6] = {bins[0], bins[1], bins[2], bins[0], bins[1], bins[2]};
+    auto repeatsTables = [&]() {
+        if (!wideMem) {
+            wideMem.reset(new (std::nothrow) ScratchBlock(total * sizeof(uint32_t)));
+            if (wideMem && wideMem->Data())
+                for (int c = 0; c < 3; ++c)
+                    wide[c] = wide[c + 3] = wideMem->As<uint32_t>() + offset[c];
+        }
+        return wide;
+    };
     for (size_t s = 0; s < count; ++s) {
         const T* p = data + spans[s].y * rowSamples + size_t(spans[s].x0) * 3;
         for (size_t at = 0; at < spans[s].n; at += kStretch) {
@@ -419,21 +448,22 @@ void ColourDeep(const T* data, size_t rowSamples, const HistogramSpan* spans, si
             const T* q = p + 3 * at;
             if (RepeatsOften(q, len)) {
                 if (clamp)
-                    CountColour<T, true>(q, len, wide, t);
+                    CountColour<T, true>(q, len, repeatsTables(), t);
                 else
-                    CountColour<T, false>(q, len, wide, t);
+                    CountColour<T, false>(q, len, repeatsTables(), t);
             } else {
                 for (int c = 0; c < 3; ++c)
                     if (clamp)
-                        CountNarrow<T, true, 3>(q + c, len, narrow[c], wide[c], t[c]);
+                        CountNarrow<T, true, 3>(q + c, len, narrow[c], bins[c], t[c]);
                     else
-                        CountNarrow<T, false, 3>(q + c, len, narrow[c], wide[c], t[c]);
+                        CountNarrow<T, false, 3>(q + c, len, narrow[c], bins[c], t[c]);
             }
         }
     }
+    const bool ownWide = wide[0] != bins[0];
     for (int c = 0; c < 3; ++c)
         for (uint32_t v = 0; v <= t[c]; ++v)
-            bins[c][v] += narrow[c][v] + wide[c][v];
+            bins[c][v] += narrow[c][v] + (ownWide ? wide[c][v] : 0);
 }
 
 template <typename T>
@@ -457,10 +487,14 @@ void ColourFast(const T* data, size_t rowSamples, const HistogramSpan* spans, si
         offset[c] = total;
         total += nCopies * (size_t(t[c]) + 1 + kPad);
     }
-    std::vector<uint32_t> local(total, 0);
+    ScratchBlock local(total * sizeof(uint32_t));
+    if (!local.Data()) {
+        ColourRef(data, rowSamples, spans, count, bins, t);
+        return;
+    }
     uint32_t* copies[6];
     for (int c = 0; c < 3; ++c) {
-        copies[c] = local.data() + offset[c];
+        copies[c] = local.As<uint32_t>() + offset[c];
         copies[c + 3] = nCopies == 2 ? copies[c] + t[c] + 1 + kPad : copies[c];
     }
     for (size_t s = 0; s < count; ++s) {

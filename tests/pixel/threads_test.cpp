@@ -1,5 +1,6 @@
 #include <cstring>
 #include <functional>
+#include <memory>
 #include <thread>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "zx/histogram.h"
 #include "zx/kernel_level.h"
 #include "zx/lut.h"
+#include "imaging/scratch.h"
 
 using pixtest::Samples;
 
@@ -157,4 +159,31 @@ TEST(KernelThreads, ClampsTheSettingAndServesTwoCallersAtOnce)
     EXPECT_EQ(ZX_GetKernelThreads(), 1);
     EXPECT_EQ(gotA, std::vector<Result>(20, wantA));
     EXPECT_EQ(gotB, std::vector<Result>(20, wantB));
+}
+
+// The counters' working memory outlives a frame: a block given back comes out
+// again for the next frame, zeroed, and the cache stays within its bound however
+// many blocks were held at once.
+TEST(KernelThreads, ScratchBlocksAreReusedZeroedAndBounded)
+{
+    void* first = nullptr;
+    {
+        zx::ScratchBlock a(1001);
+        ASSERT_NE(a.Data(), nullptr);
+        std::memset(a.Data(), 0xA5, 1001);
+        first = a.Data();
+    }
+    {
+        zx::ScratchBlock b(999);
+        EXPECT_EQ(b.Data(), first);
+        EXPECT_EQ(std::vector<uint8_t>(b.As<uint8_t>(), b.As<uint8_t>() + 999), std::vector<uint8_t>(999, 0));
+    }
+    {
+        std::vector<std::unique_ptr<zx::ScratchBlock>> held;
+        for (int i = 0; i < 24; ++i)
+            held.emplace_back(new zx::ScratchBlock(size_t(8) << 20));
+    }
+    EXPECT_GT(zx::ScratchCachedBytes(), size_t(32) << 20);
+    EXPECT_LE(zx::ScratchCachedBytes(), size_t(64) << 20);
+    EXPECT_EQ(zx::ScratchBlock(0).Data(), nullptr);
 }
