@@ -400,13 +400,12 @@ double ProcessMs()
     return ts.tv_sec * 1e3 + ts.tv_nsec * 1e-6;
 }
 
-LiveTime BestOf(const std::function<void()>& fn)
-{
-    fn();
-    fn();
+struct LiveFrames {
     LiveTime best{1e300, 1e300, 1e300, 0};
     std::vector<double> walls;
-    for (int i = 0; i < g_runs; ++i) {
+
+    void Time(const std::function<void()>& fn)
+    {
         const double a = WallMs(), c = ThreadMs(), p = ProcessMs();
         fn();
         best.cpu = std::min(best.cpu, ThreadMs() - c);
@@ -414,9 +413,42 @@ LiveTime BestOf(const std::function<void()>& fn)
         walls.push_back(WallMs() - a);
         best.wall = std::min(best.wall, walls.back());
     }
-    std::nth_element(walls.begin(), walls.begin() + walls.size() / 2, walls.end());
-    best.wallMedian = walls[walls.size() / 2];
-    return best;
+    LiveTime Result()
+    {
+        std::nth_element(walls.begin(), walls.begin() + walls.size() / 2, walls.end());
+        best.wallMedian = walls[walls.size() / 2];
+        return best;
+    }
+};
+
+LiveTime BestOf(const std::function<void()>& fn)
+{
+    fn();
+    fn();
+    LiveFrames frames;
+    for (int i = 0; i < g_runs; ++i)
+        frames.Time(fn);
+    return frames.Result();
+}
+
+// Our frame on one thread and on N in alternating blocks of three frames, so
+// that both figures sample the same minutes of a shared machine (run one after
+// the other, a quiet minute for one and a busy one for the other decided the
+// ratio). Each block starts with an untimed frame, which starts the workers.
+void Alternating(const std::function<void()>& fn, int threads, LiveTime* one, LiveTime* n)
+{
+    constexpr int kBlock = 3;
+    LiveFrames frames[2];
+    for (int done = 0; done < g_runs; done += kBlock)
+        for (int k = 0; k < 2; ++k) {
+            ZX_SetKernelThreads(k ? threads : 1);
+            fn();
+            for (int i = 0; i < kBlock && done + i < g_runs; ++i)
+                frames[k].Time(fn);
+        }
+    ZX_SetKernelThreads(1);
+    *one = frames[0].Result();
+    *n = frames[1].Result();
 }
 
 struct LiveSensor {
@@ -545,11 +577,7 @@ void LiveCase(const LiveSensor& s, int threads)
     };
 
     LiveResult r{name, {}, {}, {}, {}};
-    ZX_SetKernelThreads(1);
-    r.ours1 = BestOf(ours);
-    ZX_SetKernelThreads(threads);
-    r.oursN = BestOf(ours);
-    ZX_SetKernelThreads(1);
+    Alternating(ours, threads, &r.ours1, &r.oursN);
     cv::setNumThreads(1);
     r.cv1 = BestOf(opencv);
     cv::setNumThreads(threads);
@@ -566,7 +594,8 @@ void LiveCase(const LiveSensor& s, int threads)
 int LiveBench(int threads, const char* json, bool strict)
 {
     std::printf("zxbench --live: one frame through demosaic or binning, histogram over the probe circle, one\n"
-                "auto-exposure step and the display LUT; fastest of %d frames; kernel level %d; N = %d threads\n"
+                "auto-exposure step and the display LUT; fastest of %d frames (ours: 1 and N threads in\n"
+                "alternating blocks of three); kernel level %d; N = %d threads\n"
                 "(ZX_SetKernelThreads, cv::setNumThreads). 1T columns: CPU time of the one thread; right of |:\n"
                 "wall-clock, which on a loaded machine also holds time spent waiting for a core; work: CPU time\n"
                 "of all threads with N against one thread's (1.00: splitting added no work).\n\n",
