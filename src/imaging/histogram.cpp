@@ -160,10 +160,11 @@ void CountRegion(SZxAEHistogram& h, const SZxPicBuf& pb, const SZxGrabberProbe* 
         count(spans, bins);
         return;
     }
-    // The further parts' bins come zeroed from the kept scratch memory, and the
-    // sums are split by bin ranges (whole cache lines) over the threads.
+    // The further parts' bins come from the kept scratch memory; each part
+    // clears its own, and the sums are split by bin ranges (whole cache lines),
+    // so neither grows with the thread count on one thread.
     const size_t perPart = tables * binCount;
-    zx::ScratchBlock ownBlock(size_t(parts - 1) * perPart * sizeof(uint32_t));
+    zx::ScratchBlock ownBlock(size_t(parts - 1) * perPart * sizeof(uint32_t), false);
     uint32_t* const own = ownBlock.As<uint32_t>();
     if (!own) {
         count(spans, bins);
@@ -171,9 +172,11 @@ void CountRegion(SZxAEHistogram& h, const SZxPicBuf& pb, const SZxGrabberProbe* 
     }
     zx::RunParts(parts, [&](unsigned p) {
         uint32_t* to[3] = {bins[0], bins[1], bins[2]};
-        if (p > 0)
+        if (p > 0) {
+            std::memset(own + (p - 1) * perPart, 0, perPart * sizeof(uint32_t));
             for (size_t c = 0; c < tables; ++c)
                 to[c] = own + (p - 1) * perPart + c * binCount;
+        }
         count(Cut(spans, pb.uiWidth, zx::PartStart(total, p, parts), zx::PartStart(total, p + 1, parts)), to);
     });
     zx::RunParts(parts, [&](unsigned q) {

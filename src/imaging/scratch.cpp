@@ -77,7 +77,7 @@ Cache g_cache;  // freed with the library
 
 } // namespace
 
-ScratchBlock::ScratchBlock(size_t bytes)
+ScratchBlock::ScratchBlock(size_t bytes, bool zeroed)
 {
     if (bytes == 0)
         return;
@@ -86,7 +86,7 @@ ScratchBlock::ScratchBlock(size_t bytes)
         m_p = std::malloc(bytes);
         m_size = m_p ? bytes : 0;
     }
-    if (m_p)
+    if (m_p && zeroed)
         std::memset(m_p, 0, bytes);
 }
 

@@ -6,7 +6,8 @@
 
 namespace zx {
 
-/// A zeroed block of at least `bytes`, taken from a small process-wide cache of
+/// A block of at least `bytes`, zeroed unless asked not to be (a caller that
+/// clears its parts on several threads), taken from a small process-wide cache of
 /// blocks that earlier calls gave back. Fresh pages fault on first touch, and in
 /// a virtual machine the faults of a frame's counter tables (about a megabyte
 /// per thread for 16-bit colour) cost as much as a tenth of the counting. The
@@ -14,7 +15,7 @@ namespace zx {
 /// is unloaded. Data() is null when no memory could be had: callers fall back.
 class ZX_API ScratchBlock {
 public:
-    explicit ScratchBlock(size_t bytes);
+    explicit ScratchBlock(size_t bytes, bool zeroed = true);
     ~ScratchBlock();
     ScratchBlock(const ScratchBlock&) = delete;
     ScratchBlock& operator=(const ScratchBlock&) = delete;
