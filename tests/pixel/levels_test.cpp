@@ -23,25 +23,27 @@ std::vector<T> Random(size_t n, uint32_t mask, uint32_t seed)
 template <typename T>
 void ExpectPixelKernelsMatchTheReference()
 {
-    // A destination above 16 MiB is written with streaming stores on wide levels;
-    // the odd width makes the rows' output alignment differ from row to row.
-    const uint32_t w = 2401, h = 2400, bw = 1200, bh = 1200;
+    // A demosaic writing more than 16 MiB, and a binning moving more, stream
+    // their stores on wide levels; the odd widths make the rows' output
+    // alignment differ from row to row.
+    const uint32_t w = 2401, h = 2400, bw = 1833, bh = 1840;
     const std::vector<T> raw = Random<T>(size_t(w) * h, sizeof(T) == 1 ? 0xFF : 0xFFFF, 7);
+    const std::vector<T> binRaw = Random<T>(size_t(bw) * bh * 4, sizeof(T) == 1 ? 0xFF : 0xFFFF, 8);
     const zx::PixelKernels<T>& ref = zx::GetReferencePixelKernels<T>();
     std::vector<T> want(size_t(w) * h * 3), got(want.size());
     ref.Demosaic(raw.data(), want.data(), w, h, 3, 0, h);
     std::vector<T> wantMono(size_t(bw) * bh), gotMono(wantMono.size());
-    ref.MonoBin2(raw.data(), wantMono.data(), bw, bh);
+    ref.MonoBin2(binRaw.data(), wantMono.data(), bw, bh);
     std::vector<T> wantBayer(size_t(bw) * bh * 3), gotBayer(wantBayer.size());
-    ref.BayerBin2(raw.data(), wantBayer.data(), bw, bh, 4);
+    ref.BayerBin2(binRaw.data(), wantBayer.data(), bw, bh, 4);
     zxtest::ForEachKernelLevel([&](int) {
         const zx::PixelKernels<T>& k = zx::GetPixelKernels<T>();
         std::fill(got.begin(), got.end(), T(0));
         k.Demosaic(raw.data(), got.data(), w, h, 3, 0, h);
         ASSERT_TRUE(got == want) << "demosaic, " << 8 * sizeof(T) << " bits";
-        k.MonoBin2(raw.data(), gotMono.data(), bw, bh);
+        k.MonoBin2(binRaw.data(), gotMono.data(), bw, bh);
         ASSERT_TRUE(gotMono == wantMono) << "mono binning, " << 8 * sizeof(T) << " bits";
-        k.BayerBin2(raw.data(), gotBayer.data(), bw, bh, 4);
+        k.BayerBin2(binRaw.data(), gotBayer.data(), bw, bh, 4);
         ASSERT_TRUE(gotBayer == wantBayer) << "Bayer binning, " << 8 * sizeof(T) << " bits";
     });
 }
