@@ -12,7 +12,8 @@
 //
 // Each time is the median of N runs (default 21) after two warm-up runs, in CPU
 // time of the benchmark thread: on a machine shared with other work, time spent
-// descheduled would otherwise land in the numbers.
+// descheduled would otherwise land in the numbers. Our calls and OpenCV's take
+// turns, so both sides see the same minutes of the machine.
 // speed-up = OpenCV time / our time. efficiency = floor time / our time, where
 // the floor moves the same bytes as the kernel in the same run: a memcpy of
 // (read + written) / 2 bytes for kernels that write, a vectorised sum over the
@@ -31,6 +32,7 @@
 #include <map>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <opencv2/core.hpp>
@@ -69,6 +71,28 @@ double MedianMs(const std::function<void()>& fn)
     }
     std::nth_element(t.begin(), t.begin() + t.size() / 2, t.end());
     return t[t.size() / 2];
+}
+
+// Medians of ours and the peer's calls, taken in turns (ours first in even
+// rounds, theirs in odd ones): a busy minute on the machine then slows both
+// sides alike instead of deciding the speed-up.
+std::pair<double, double> MedianPairMs(const std::function<void()>& ours, const std::function<void()>& theirs)
+{
+    for (int i = 0; i < 2; ++i) {
+        ours();
+        theirs();
+    }
+    std::vector<double> t[2];
+    for (int i = 0; i < g_runs; ++i)
+        for (int k = 0; k < 2; ++k) {
+            const int side = (i + k) % 2;
+            const double a = ThreadMs();
+            (side == 0 ? ours : theirs)();
+            t[side].push_back(ThreadMs() - a);
+        }
+    for (auto& v : t)
+        std::nth_element(v.begin(), v.begin() + v.size() / 2, v.end());
+    return {t[0][t[0].size() / 2], t[1][t[1].size() / 2]};
 }
 
 // Sum of n bytes, 32 per step, eight independent accumulators: a read that
@@ -274,14 +298,15 @@ void HistogramCase(const char* name, const cv::Mat& frame, uint32_t bits, int bi
         mask = cv::Mat::zeros(h, w, CV_8U);
         cv::circle(mask, cv::Point(w / 2, h / 2), std::min(w, h) / 2 - 1, cv::Scalar(255), cv::FILLED);
     }
-    const double ours = MedianMs([&] { ZX_ComputeHistogramAE(&hist, &pb, circle ? &probe : nullptr); });
     const float range[] = {0.f, float(bins)};
     const float* ranges[] = {range};
     cv::Mat out;
-    const double cvms = MedianMs([&] {
-        for (int c = 0; c < frame.channels(); ++c)
-            cv::calcHist(&frame, 1, &c, circle ? mask : cv::Mat(), out, 1, &bins, ranges);
-    });
+    const auto [ours, cvms] = MedianPairMs([&] { ZX_ComputeHistogramAE(&hist, &pb, circle ? &probe : nullptr); },
+                                           [&] {
+                                               for (int c = 0; c < frame.channels(); ++c)
+                                                   cv::calcHist(&frame, 1, &c, circle ? mask : cv::Mat(), out, 1,
+                                                                &bins, ranges);
+                                           });
     const size_t read = circle ? size_t(hist.uiPixelCount) * frame.elemSize() : frame.total() * frame.elemSize();
     Report(name, w, h, ours, cvms, read, 0);
     if (!circle && mono && bits == 8 && std::strstr(name, "random")) {
@@ -297,8 +322,8 @@ void DemosaicCase(const char* name, const cv::Mat& raw, uint32_t bits)
     const int w = raw.cols, h = raw.rows;
     cv::Mat ours(h, w, CV_MAKETYPE(raw.depth(), 3)), theirs(h, w, CV_MAKETYPE(raw.depth(), 3));
     SZxPicBuf pb = PicBuf(ours, bits);
-    const double t = MedianMs([&] { ZX_BayerToRGB(&pb, raw.data, ZX_BAYER_BGGR); });
-    const double c = MedianMs([&] { cv::cvtColor(raw, theirs, cv::COLOR_BayerBG2BGR); });
+    const auto [t, c] = MedianPairMs([&] { ZX_BayerToRGB(&pb, raw.data, ZX_BAYER_BGGR); },
+                                     [&] { cv::cvtColor(raw, theirs, cv::COLOR_BayerBG2BGR); });
     const size_t in = raw.total() * raw.elemSize(), out = ours.total() * ours.elemSize();
     Report(name, w, h, t, c, in, out);
     if (std::strstr(name, "random") && __builtin_cpu_supports("avx2")) {
@@ -323,17 +348,19 @@ void LutCase(const char* name, cv::Mat& frame, uint32_t bits, bool withPeer)
     SZxBaseProps props;
     props.dGain = props.dOffset = -1.0;
     colour.UpdateLUT(props, false, int(bits));
-    const double t = MedianMs([&] {
+    auto ourCall = [&] {
         if (frame.channels() == 1)
             lut.ApplyLUT(&pb);
         else
             colour.ApplyLUT(&pb);
-    });
-    double c = 0;
+    };
+    double t = 0, c = 0;
     if (withPeer) {
         cv::Mat table(1, 256, CV_8U), out(frame.size(), frame.type());
         for (int i = 0; i < 256; ++i) table.data[i] = uint8_t(lut.m_pTable[i]);
-        c = MedianMs([&] { cv::LUT(frame, table, out); });
+        std::tie(t, c) = MedianPairMs(ourCall, [&] { cv::LUT(frame, table, out); });
+    } else {
+        t = MedianMs(ourCall);
     }
     const size_t bytes = frame.total() * frame.elemSize();
     Report(name, w, h, t, c, bytes, bytes);
@@ -346,8 +373,8 @@ void MonoBinCase(const char* name, const cv::Mat& src, uint32_t bits)
     const int w = src.cols / 2, h = src.rows / 2;
     cv::Mat ours(h, w, src.type()), theirs;
     SZxPicBuf pb = PicBuf(ours, bits);
-    const double t = MedianMs([&] { ZX_MonoBinning(&pb, src.data, 2); });
-    const double c = MedianMs([&] { cv::resize(src, theirs, cv::Size(w, h), 0, 0, cv::INTER_AREA); });
+    const auto [t, c] = MedianPairMs([&] { ZX_MonoBinning(&pb, src.data, 2); },
+                                     [&] { cv::resize(src, theirs, cv::Size(w, h), 0, 0, cv::INTER_AREA); });
     Report(name, src.cols, src.rows, t, c, src.total() * src.elemSize(), ours.total() * ours.elemSize());
 }
 
