@@ -77,16 +77,6 @@ TEST(Bayer, EveryLevelMatchesThePerPixelRulesOnRandomFrames)
     });
 }
 
-TEST(Bayer, HandCases)
-{
-    // Type 2 first pixel from its own cell: blue = b, red = c, green = (a + d) >> 1; in a
-    // frame of one cell the border rule gives every other pixel the same three values.
-    CZxGrabberSample01 dst(2, 2, 8, 3);
-    const uint8_t cell[4] = {10, 20, 30, 41};
-    ZX_BayerToRGB(&dst, cell, ZX_BAYER_GBRG);
-    EXPECT_EQ(Samples(dst), (std::vector<uint32_t>{20, 25, 30, 20, 25, 30, 20, 25, 30, 20, 25, 30}));
-}
-
 TEST(Bayer, BadArgumentsAreReportedAndWriteNothing)
 {
     zxtest::DiagCapture diag;

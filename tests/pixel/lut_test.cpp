@@ -38,13 +38,9 @@ void ExpectRebuildsOnlyBeyondTolerance(Update update, T* table, T marker)
 
 } // namespace
 
-TEST(Lut, HandCasesOfTheLevelMapping)
+// Quantitative: the offset is not scaled by the gain, and the tail above M saturates.
+TEST(Lut, QuantitativeTable)
 {
-    CZxBaseMonoLUT mono(8);
-    mono.UpdateLUT(SZxBasePropsI{1.0, 0.0, 0.5}, 8);
-    EXPECT_EQ(mono.m_pTable[64], 128);
-
-    // Quantitative: the offset is not scaled by the gain, and the tail above M saturates.
     CZxBaseMonoLUT q(12);
     q.UpdateQuantitativeLUT(SZxBasePropsI{2.0, 0.1, 1.0}, 8);
     EXPECT_EQ((std::vector<uint16_t>{q.m_pTable[10], q.m_pTable[256], q.m_pTable[4095]}),
