@@ -83,6 +83,27 @@ std::vector<SZxGrabberProbe> ProbesFor(uint32_t w, uint32_t h)
     };
 }
 
+// Counts the frame into histograms of maxBits bins without and with the clip
+// limits, the whole frame and then through each probe, each against the reference.
+void ExpectReferenceCounts(SZxPicBuf& pb, int maxBits, const uint32_t clip[3], const std::vector<SZxGrabberProbe>& probes)
+{
+    for (const uint32_t* limits : {static_cast<const uint32_t*>(nullptr), clip}) {
+        SCOPED_TRACE(limits ? "clipped" : "not clipped");
+        SZxAEHistogram h(maxBits, pb.uiComp == 1, pb.uiComp == 3);
+        if (limits) {
+            h.pdwClipLimits = static_cast<uint32_t*>(CZxAlloc::Alloc(3 * sizeof(uint32_t)));
+            std::copy(limits, limits + 3, h.pdwClipLimits);
+        }
+        ZX_ComputeHistogramAE(&h, &pb, nullptr);
+        EXPECT_EQ(h.bMono, pb.uiComp == 1);
+        ExpectSame(h, Reference(pb, maxBits, nullptr, limits), "whole frame");
+        for (SZxGrabberProbe p : probes) {
+            ZX_ComputeHistogramAE(&h, &pb, &p);
+            ExpectSame(h, Reference(pb, maxBits, &p, limits), p.uiType == 1 ? "rect" : "circle");
+        }
+    }
+}
+
 } // namespace
 
 TEST(Histogram, MatchesPerPixelReferenceOnRandomFrames)
@@ -107,22 +128,9 @@ TEST(Histogram, MatchesPerPixelReferenceOnRandomFrames)
             pb.uiBits = c.bits;
             // Limits below the top bin, so that they bite wherever they apply.
             const uint32_t bins = 1u << std::min<int>(c.bits, c.maxBits), clip[3] = {bins / 2, bins / 4, 10};
-            for (const uint32_t* limits : {static_cast<const uint32_t*>(nullptr), clip}) {
-                SCOPED_TRACE(::testing::Message() << c.w << "x" << c.h << "x" << c.comp << " bits " << c.bits << "/"
-                                                  << c.fill << " into " << c.maxBits << (limits ? " clipped" : ""));
-                SZxAEHistogram h(c.maxBits, c.comp == 1, c.comp == 3);
-                if (limits) {
-                    h.pdwClipLimits = static_cast<uint32_t*>(CZxAlloc::Alloc(3 * sizeof(uint32_t)));
-                    std::copy(clip, clip + 3, h.pdwClipLimits);
-                }
-                ZX_ComputeHistogramAE(&h, &pb, nullptr);
-                EXPECT_EQ(h.bMono, c.comp == 1);
-                ExpectSame(h, Reference(pb, c.maxBits, nullptr, limits), "whole frame");
-                for (SZxGrabberProbe p : ProbesFor(c.w, c.h)) {
-                    ZX_ComputeHistogramAE(&h, &pb, &p);
-                    ExpectSame(h, Reference(pb, c.maxBits, &p, limits), p.uiType == 1 ? "rect" : "circle");
-                }
-            }
+            SCOPED_TRACE(::testing::Message() << c.w << "x" << c.h << "x" << c.comp << " bits " << c.bits << "/"
+                                              << c.fill << " into " << c.maxBits);
+            ExpectReferenceCounts(pb, c.maxBits, clip, ProbesFor(c.w, c.h));
         }
     });
 }
@@ -156,16 +164,6 @@ TEST(Histogram, LargeFramesCountExactlyWhateverTheContent)
             else static_cast<uint8_t*>(pb.pData)[i] = uint8_t(v);
         }
         const uint32_t clip[3] = {60000, 150, 65535};
-        zxtest::ForEachKernelLevel([&](int) {
-            for (const uint32_t* limits : {static_cast<const uint32_t*>(nullptr), clip}) {
-                SZxAEHistogram hist(int(c.bits), c.comp == 1, c.comp == 3);
-                if (limits) {
-                    hist.pdwClipLimits = static_cast<uint32_t*>(CZxAlloc::Alloc(3 * sizeof(uint32_t)));
-                    std::copy(clip, clip + 3, hist.pdwClipLimits);
-                }
-                ZX_ComputeHistogramAE(&hist, &pb, nullptr);
-                ExpectSame(hist, Reference(pb, int(c.bits), nullptr, limits), limits ? "clipped" : "mixed content");
-            }
-        });
+        zxtest::ForEachKernelLevel([&](int) { ExpectReferenceCounts(pb, int(c.bits), clip, {}); });
     }
 }
