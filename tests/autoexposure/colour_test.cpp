@@ -14,9 +14,11 @@
 
 namespace {
 
-// 100 pixels per channel: half at a black bin, half at a white bin (of 256).
-SZxAEHistogram ColourHisto(const unsigned black[3], const unsigned white[3])
+// 100 pixels per channel: half at a black bin, half at a white bin (of 256);
+// black 10, 20, 30 and white 200, 150, 100 for red, green, blue.
+SZxAEHistogram ColourHisto()
 {
+    const unsigned black[3] = {10, 20, 30}, white[3] = {200, 150, 100};
     SZxAEHistogram h(8, false, true);
     for (int c = 0; c < 3; ++c) {
         std::memset(h.pdwHisto[c + 1], 0, 256 * sizeof(uint32_t));
@@ -31,8 +33,7 @@ SZxAEHistogram ColourHisto(const unsigned black[3], const unsigned white[3])
 TEST(AEColour, OffsetsComeBeforeWhiteBalanceBeforeDisplayGain)
 {
     Engine ae;
-    const unsigned black[3] = {10, 20, 30}, white[3] = {200, 150, 100};
-    SZxAEHistogram h = ColourHisto(black, white);
+    SZxAEHistogram h = ColourHisto();
     SZxAEFrameDesc f;
     f.m_dHardWhiteG = 2.0;
     ae.ComputeAE(true, ZX_AE_BLACKOFFSETS | ZX_AE_OFFSET | ZX_AE_WHITEBALANCE | ZX_AE_HARDWHITE | ZX_AE_DISPLAYGAIN,
@@ -122,8 +123,7 @@ struct RecordingChannels : Engine {
 TEST(AEColour, ChannelStatisticsRunRedGreenBlue)
 {
     RecordingChannels e;
-    const unsigned black[3] = {10, 20, 30}, white[3] = {200, 150, 100};
-    SZxAEHistogram h = ColourHisto(black, white);
+    SZxAEHistogram h = ColourHisto();
     e.hist = &h;
     // Clip limits are per sample in memory order (blue, green, red), as the
     // histogram applies them: each channel's statistics stop at its own.
