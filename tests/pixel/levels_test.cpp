@@ -2,6 +2,7 @@
 // large or odd enough to take the paths small frames never reach (streaming
 // stores, vector bodies with tails, clamped and full tables).
 #include <cstring>
+#include <functional>
 #include <random>
 #include <vector>
 
@@ -29,23 +30,24 @@ void ExpectPixelKernelsMatchTheReference()
     const uint32_t w = 2401, h = 2400, bw = 1833, bh = 1840;
     const std::vector<T> raw = Random<T>(size_t(w) * h, sizeof(T) == 1 ? 0xFF : 0xFFFF, 7);
     const std::vector<T> binRaw = Random<T>(size_t(bw) * bh * 4, sizeof(T) == 1 ? 0xFF : 0xFFFF, 8);
-    const zx::PixelKernels<T>& ref = zx::GetReferencePixelKernels<T>();
-    std::vector<T> want(size_t(w) * h * 3), got(want.size());
-    ref.Demosaic(raw.data(), want.data(), w, h, 3, 0, h);
-    std::vector<T> wantMono(size_t(bw) * bh), gotMono(wantMono.size());
-    ref.MonoBin2(binRaw.data(), wantMono.data(), bw, bh);
-    std::vector<T> wantBayer(size_t(bw) * bh * 3), gotBayer(wantBayer.size());
-    ref.BayerBin2(binRaw.data(), wantBayer.data(), bw, bh, 4);
-    zxtest::ForEachKernelLevel([&](int) {
-        const zx::PixelKernels<T>& k = zx::GetPixelKernels<T>();
-        std::fill(got.begin(), got.end(), T(0));
-        k.Demosaic(raw.data(), got.data(), w, h, 3, 0, h);
-        ASSERT_TRUE(got == want) << "demosaic, " << 8 * sizeof(T) << " bits";
-        k.MonoBin2(binRaw.data(), gotMono.data(), bw, bh);
-        ASSERT_TRUE(gotMono == wantMono) << "mono binning, " << 8 * sizeof(T) << " bits";
-        k.BayerBin2(binRaw.data(), gotBayer.data(), bw, bh, 4);
-        ASSERT_TRUE(gotBayer == wantBayer) << "Bayer binning, " << 8 * sizeof(T) << " bits";
-    });
+    using Kernels = zx::PixelKernels<T>;
+    // Name, output samples, call.
+    const struct { const char* name; size_t samples; std::function<void(const Kernels&, T*)> run; } kernels[] = {
+        {"demosaic", size_t(w) * h * 3, [&](const Kernels& k, T* o) { k.Demosaic(raw.data(), o, w, h, 3, 0, h); }},
+        {"mono binning", size_t(bw) * bh, [&](const Kernels& k, T* o) { k.MonoBin2(binRaw.data(), o, bw, bh); }},
+        {"Bayer binning", size_t(bw) * bh * 3, [&](const Kernels& k, T* o) { k.BayerBin2(binRaw.data(), o, bw, bh, 4); }},
+    };
+    for (const auto& kernel : kernels) {
+        SCOPED_TRACE(::testing::Message() << kernel.name << ", " << 8 * sizeof(T) << " bits");
+        std::vector<T> want(kernel.samples), got(kernel.samples);
+        kernel.run(zx::GetReferencePixelKernels<T>(), want.data());
+        zxtest::ForEachKernelLevel([&](int) {
+            // Cleared at every level, so that a sample a level leaves unwritten shows.
+            std::fill(got.begin(), got.end(), T(0));
+            kernel.run(zx::GetPixelKernels<T>(), got.data());
+            ASSERT_TRUE(got == want);
+        });
+    }
 }
 
 } // namespace
