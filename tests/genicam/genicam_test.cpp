@@ -4,6 +4,7 @@
 #include <atomic>
 #include <chrono>
 #include <memory>
+#include <string>
 #include <thread>
 
 #include "zx_test.h"
@@ -49,6 +50,32 @@ protected:
         CZxGrabberSample01* f = nullptr;
         EXPECT_EQ(ZX_OK, cam.NextFrame(2000, &f));
         return std::unique_ptr<CZxGrabberSample01>(f);
+    }
+    int SetFormat(const wchar_t* name)
+    {
+        SZxGrabberFormatValue f;
+        f.m_wstrName = name;
+        return cam.FormatSet_WRP(ZX_MODE_FAST, f, nullptr, false);
+    }
+    std::wstring FormatName()
+    {
+        SZxGrabberFormatValue f;
+        EXPECT_EQ(ZX_OK, cam.FormatGet_WRP(ZX_MODE_FAST, f));
+        return f.m_wstrName.Std();
+    }
+    // "width x height, bits x components" of a frame, or of one snapped when none is given.
+    std::string Shape(CZxGrabberSample01* frame = nullptr)
+    {
+        std::unique_ptr<CZxGrabberSample01> snapped;
+        if (!frame) {
+            EXPECT_EQ(ZX_OK, cam.Snap(2000, &frame));
+            snapped.reset(frame);
+        }
+        if (!frame)
+            return "no frame";
+        uint32_t w = 0, h = 0, bits = 0, comp = 0;
+        frame->GetPicBufNumbers(&w, &h, &bits, &comp);
+        return std::to_string(w) + "x" + std::to_string(h) + ", " + std::to_string(bits) + "x" + std::to_string(comp);
     }
     CZxGenICamCamera cam;
 };
@@ -204,20 +231,11 @@ TEST_F(GenICam, FormatsBinAndTheROICutsFrames)
     while (cam.FormatNext_WRP(f) == ZX_OK)
         ++count;
     EXPECT_EQ(15, count);   // Mono8, Mono16: binning 1, 2, 4; four Bayer: 1, 2; RGB8: 1
-    SZxGrabberFormatValue binned;
-    binned.m_wstrName = L"Mono16 (Binning 4x4)";
-    ASSERT_EQ(ZX_OK, cam.FormatSet_WRP(ZX_MODE_FAST, binned, nullptr, false));
+    ASSERT_EQ(ZX_OK, SetFormat(L"Mono16 (Binning 4x4)"));
     ASSERT_EQ(ZX_OK, cam.FormatGet_WRP(ZX_MODE_FAST, f));
-    EXPECT_EQ(binned.m_wstrName, f.m_wstrName);
+    EXPECT_EQ(L"Mono16 (Binning 4x4)", f.m_wstrName.Std());
     EXPECT_EQ(CZxRect(0, 0, 128, 128), f.m_rcRect);
-    CZxGrabberSample01* raw = nullptr;
-    ASSERT_EQ(ZX_OK, cam.Snap(2000, &raw));
-    std::unique_ptr<CZxGrabberSample01> frame(raw);
-    uint32_t w = 0, h = 0, bits = 0, comp = 0;
-    frame->GetPicBufNumbers(&w, &h, &bits, &comp);
-    EXPECT_EQ(128u, w);
-    EXPECT_EQ(128u, h);
-    EXPECT_EQ(16u, bits);
+    EXPECT_EQ("128x128, 16x1", Shape());
 
     // A pixel format without that binning falls back to none.
     ASSERT_EQ(ZX_OK, Set(L"PixelFormat", L"RGB8"));
@@ -225,10 +243,8 @@ TEST_F(GenICam, FormatsBinAndTheROICutsFrames)
     EXPECT_EQ(L"RGB8", f.m_wstrName.Std());
     EXPECT_EQ(3u, f.m_uiComp);
 
-    binned.m_wstrName = L"Mono8 (Binning 3x3)";
-    EXPECT_EQ(ZX_E_FAIL, cam.FormatSet_WRP(ZX_MODE_FAST, binned, nullptr, false));
-    binned.m_wstrName = L"Mono8";
-    ASSERT_EQ(ZX_OK, cam.FormatSet_WRP(ZX_MODE_FAST, binned, nullptr, false));
+    EXPECT_EQ(ZX_E_FAIL, SetFormat(L"Mono8 (Binning 3x3)"));
+    ASSERT_EQ(ZX_OK, SetFormat(L"Mono8"));
     ASSERT_TRUE(cam.ROIIsSupported_UNI_WRP());
     ASSERT_EQ(ZX_OK, cam.ROISet(CZxRect(10, 20, 110, 220)));
     ASSERT_EQ(ZX_OK, cam.ROIEnable(true));
@@ -236,20 +252,11 @@ TEST_F(GenICam, FormatsBinAndTheROICutsFrames)
     EXPECT_EQ(200, Get(L"Height").GetZx_int32());
     EXPECT_EQ(ZX_E_FAIL, cam.ROISet(CZxRect(2000, 0, 2100, 100)));   // past the sensor: the old ROI stays
     EXPECT_EQ(110, Get(L"Width").GetZx_int32() + Get(L"OffsetX").GetZx_int32());
-    ASSERT_EQ(ZX_OK, cam.Snap(2000, &raw));
-    frame.reset(raw);
-    frame->GetPicBufNumbers(&w, &h, &bits, &comp);
-    EXPECT_EQ(100u, w);
-    EXPECT_EQ(200u, h);
+    EXPECT_EQ("100x200, 8x1", Shape());
     // Sizes that are no multiple of the binning lose their last column and row.
     ASSERT_EQ(ZX_OK, cam.ROISet(CZxRect(1, 1, 102, 202)));
-    binned.m_wstrName = L"Mono8 (Binning 2x2)";
-    ASSERT_EQ(ZX_OK, cam.FormatSet_WRP(ZX_MODE_FAST, binned, nullptr, false));
-    ASSERT_EQ(ZX_OK, cam.Snap(2000, &raw));
-    frame.reset(raw);
-    frame->GetPicBufNumbers(&w, &h, &bits, &comp);
-    EXPECT_EQ(50u, w);
-    EXPECT_EQ(100u, h);
+    ASSERT_EQ(ZX_OK, SetFormat(L"Mono8 (Binning 2x2)"));
+    EXPECT_EQ("50x100, 8x1", Shape());
     ASSERT_EQ(ZX_OK, cam.ROIEnable(false));
     EXPECT_EQ(2048, Get(L"Width").GetZx_int32());
     EXPECT_EQ(0, Get(L"OffsetY").GetZx_int32());
@@ -259,9 +266,7 @@ TEST_F(GenICam, SettingsComeBackFromDefaultsAndNamedSettings)
 {
     ASSERT_EQ(ZX_OK, Set(L"GainRaw", 3));
     ASSERT_EQ(ZX_OK, Set(L"ExposureTimeAbs", 2.5));
-    SZxGrabberFormatValue f;
-    f.m_wstrName = L"Mono16 (Binning 2x2)";
-    ASSERT_EQ(ZX_OK, cam.FormatSet_WRP(ZX_MODE_FAST, f, nullptr, false));
+    ASSERT_EQ(ZX_OK, SetFormat(L"Mono16 (Binning 2x2)"));
     ASSERT_EQ(ZX_OK, cam.ROISet(CZxRect(0, 0, 64, 32)));
     ASSERT_EQ(ZX_OK, cam.ROIEnable(true));
     SZxGrabberCameraSettings s;
@@ -272,8 +277,7 @@ TEST_F(GenICam, SettingsComeBackFromDefaultsAndNamedSettings)
     EXPECT_EQ(0, Get(L"GainRaw").GetZx_int32());
     EXPECT_DOUBLE_EQ(10.0, Get(L"ExposureTimeAbs").GetDouble());
     EXPECT_FALSE(cam.ROIEnabled());
-    ASSERT_EQ(ZX_OK, cam.FormatGet_WRP(ZX_MODE_FAST, f));
-    EXPECT_EQ(L"Mono8", f.m_wstrName.Std());
+    EXPECT_EQ(L"Mono8", FormatName());
     SZxGrabberPropertyValue def(L"GainRaw");
     ASSERT_EQ(ZX_OK, cam.PropGetDefaultSingle_WRP(ZX_MODE_QUALITY, def));
     EXPECT_EQ(0, def.m_varValue.GetZx_int32());
@@ -287,8 +291,7 @@ TEST_F(GenICam, SettingsComeBackFromDefaultsAndNamedSettings)
     EXPECT_DOUBLE_EQ(2.5, Get(L"ExposureTimeAbs").GetDouble());
     EXPECT_TRUE(cam.ROIEnabled());
     EXPECT_EQ(64, Get(L"Width").GetZx_int32());
-    ASSERT_EQ(ZX_OK, cam.FormatGet_WRP(ZX_MODE_FAST, f));
-    EXPECT_EQ(L"Mono16 (Binning 2x2)", f.m_wstrName.Std());
+    EXPECT_EQ(L"Mono16 (Binning 2x2)", FormatName());
     EXPECT_EQ(nullptr, cam.NamedSettingsNext(name));
     EXPECT_EQ(ZX_OK, cam.NamedSettingsRemove(L"dim"));
     EXPECT_EQ(ZX_E_FAIL, cam.NamedSettingsRemove(L"dim"));
@@ -330,32 +333,26 @@ TEST_F(GenICam, AutoExposureConvergesFromShortAndLongExposuresInMono8AndMono16)
 TEST_F(GenICam, BayerFramesDemosaicAndTheirHistogramsCountEveryPixel)
 {
     for (const wchar_t* format : {L"BayerRG8", L"BayerGR8", L"BayerGB8", L"BayerBG8 (Binning 2x2)"}) {
-        SZxGrabberFormatValue f;
-        f.m_wstrName = format;
-        ASSERT_EQ(ZX_OK, cam.FormatSet_WRP(ZX_MODE_FAST, f, nullptr, false));
+        ASSERT_EQ(ZX_OK, SetFormat(format));
         ASSERT_EQ(ZX_OK, cam.StartLive());
         std::unique_ptr<CZxGrabberSample01> frame = Next();
         // The frame's shape is fixed while buffers stream; other features are not.
-        EXPECT_EQ(ZX_E_BUSY, cam.FormatSet_WRP(ZX_MODE_FAST, f, nullptr, false));
+        EXPECT_EQ(ZX_E_BUSY, SetFormat(format));
         EXPECT_EQ(ZX_E_BUSY, Set(L"Width", 256));
         EXPECT_EQ(ZX_E_BUSY, cam.ROIEnable(true));
         EXPECT_EQ(ZX_OK, Set(L"GainRaw", 1));
         cam.StopLive();
         ASSERT_NE(nullptr, frame);
-        uint32_t w = 0, h = 0, bits = 0, comp = 0;
-        frame->GetPicBufNumbers(&w, &h, &bits, &comp);
         const uint32_t side = format[8] == L' ' ? 256u : 512u;
-        EXPECT_EQ(side, w);
-        EXPECT_EQ(side, h);
-        EXPECT_EQ(3u, comp);
+        EXPECT_EQ(Shape(frame.get()), side == 256u ? "256x256, 8x3" : "512x512, 8x3");
         SZxAEHistogram hist(8, false, true);
         ZX_ComputeHistogramAE(&hist, frame.get(), nullptr);
-        EXPECT_EQ(w * h, hist.uiPixelCount);
+        EXPECT_EQ(side * side, hist.uiPixelCount);
         for (int c = 1; c <= 3; ++c) {
             uint64_t sum = 0;
             for (uint32_t i = 0; i < hist.uiBinCount; ++i)
                 sum += hist.pdwHisto[c][i];
-            EXPECT_EQ(uint64_t(w) * h, sum) << "component " << c;
+            EXPECT_EQ(uint64_t(side) * side, sum) << "component " << c;
         }
     }
 }
