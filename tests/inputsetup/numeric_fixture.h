@@ -46,14 +46,9 @@ inline CZxVariant Record(const wchar_t* type,
     return d;
 }
 
-inline CZxVariant Range(const wchar_t* type, const wchar_t* keys[3], double min, double max, double step)
+inline CZxVariant Doubles(double min, double max, double step)
 {
-    CZxVariant d = CZxVariant::MakeRecord(type);
-    const double v[3] = {min, max, step};
-    for (int i = 0; i < 3; ++i)
-        if (keys[i])
-            d[keys[i]] = v[i];
-    return d;
+    return Record(L"RZxRangeDouble", {{L"m_dMin", min}, {L"m_dMax", max}, {L"m_dStep", step}});
 }
 
 /// Selects the whole text of edit `id` and types `text` key by key.

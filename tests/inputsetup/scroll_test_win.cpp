@@ -6,8 +6,6 @@ using namespace numtest;
 using zxtest::TestDialog;
 
 namespace {
-const wchar_t* kDoubleKeys[3] = {L"m_dMin", L"m_dMax", L"m_dStep"};
-
 int ScrollPos(TestDialog& dlg, int id) { return GetScrollPos(dlg.Item(id), SB_CTL); }
 int ScrollMax(TestDialog& dlg, int id)
 {
@@ -96,7 +94,7 @@ TEST(ScrollControls, LogScrollSpacesPositionsByRatioAfterOneLinearStep)
 {
     TestDialog dlg(IDD_NUM_TEST);
     OddCamera cam;
-    cam.defs[L"LogTest"] = Range(L"RZxRangeDouble", kDoubleKeys, 0, 1000, 0.1);
+    cam.defs[L"LogTest"] = Doubles(0, 1000, 0.1);
     CZxISControlScrollDoubleLog log(L"LogTest", 1, IDC_NUM_LOG, IDC_NUM_LOG_TEXT, 1);
     log.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
     EXPECT_EQ(log.Reinit(), 0);
@@ -151,19 +149,18 @@ TEST(ScrollControls, IntegerAndTextScrollsWriteTheirOwnKindOfValue)
     EXPECT_EQ(ItemText(dlg, IDC_NUM_LIST_TEXT), L"Hardware");
 }
 
-TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveScrollsSpinsAndEditsDisabled)
+TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveScrollsSpinsEditsAndSlidersDisabled)
 {
     TestDialog dlg(IDD_NUM_TEST);
     OddCamera cam;
-    const wchar_t* noMin[3] = {nullptr, L"m_dMax", L"m_dStep"};
     CZxVariant wrongList = CZxVariant::MakeRecord(L"RZxList");
     wrongList[L"m_list"] = CZxVariant::MakeArray();
-    wrongList[L"m_list"].Add(CZxVariant(L"a"));
+    wrongList[L"m_list"].Add(CZxVariant(L"a"));   // neither a record nor a number
     wrongList[L"m_list"].Add(CZxVariant(3));
-    cam.defs = {{L"NoMin", Range(L"RZxRangeDouble", noMin, 0, 10, 1)},
-                {L"StepZero", Range(L"RZxRangeDouble", kDoubleKeys, 0, 10, 0)},
-                {L"StepNegative", Range(L"RZxRangeDouble", kDoubleKeys, 0, 10, -1)},
-                {L"MinAboveMax", Range(L"RZxRangeDouble", kDoubleKeys, 10, 0, 1)},
+    cam.defs = {{L"NoMin", Record(L"RZxRangeDouble", {{L"m_dMax", 10.0}, {L"m_dStep", 1.0}})},
+                {L"StepZero", Doubles(0, 10, 0)},
+                {L"StepNegative", Doubles(0, 10, -1)},
+                {L"MinAboveMax", Doubles(10, 0, 1)},
                 {L"IntStepZero", Record(L"RZxRangeInt32", {{L"m_iMin", 0}, {L"m_iMax", 10}, {L"m_iStep", 0}})},
                 {L"NoList", CZxVariant::MakeRecord(L"RZxList")},
                 {L"WrongList", wrongList}};
@@ -172,6 +169,7 @@ TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveScrollsSpinsAndEditsD
     CZxISControlScrollString list(L"", 1, IDC_NUM_LIST, IDC_NUM_LIST_TEXT, 1);
     CZxISControlSpinInt spinInt(L"", 1, IDC_NUM_SPININT_EDIT, 1);
     CZxISControlSpinDouble spinDouble(L"", 1, IDC_NUM_SPIN_EDIT, 1);
+    CZxISControlSliderListInt32 slider(L"", 1, IDC_NUM_TRACK_LIST, 1);
     CZxISControlEditBase::Init();   // edits are subclassed through their registry
     CZxISControlEditDouble edit(L"", 1, IDC_NUM_EDIT, 1, WM_APP, false);
     // A spin disables its buddy edit and its up-down; the others have one window.
@@ -190,7 +188,9 @@ TEST(ScrollControls, UnusableDefinitionsAreReportedAndLeaveScrollsSpinsAndEditsD
                  {&spinInt, IDC_NUM_SPININT_EDIT, IDC_NUM_SPININT, L"Offset", L"IntStepZero", L"m_iStep<=0"},
                  {&spinDouble, IDC_NUM_SPIN_EDIT, IDC_NUM_SPIN, L"Gain", L"NoMin",
                   L"m_dMin missing or no finite number"},
-                 {&edit, IDC_NUM_EDIT, IDC_NUM_EDIT, L"Gain", L"StepZero", L"m_dStep missing or <=0"}};
+                 {&edit, IDC_NUM_EDIT, IDC_NUM_EDIT, L"Gain", L"StepZero", L"m_dStep missing or <=0"},
+                 {&slider, IDC_NUM_TRACK_LIST, IDC_NUM_TRACK_LIST, L"ReadoutMode", L"WrongList",
+                  L"m_list element without m_iValue"}};
     for (const auto& c : cases) {
         c.control->ChangeName(c.usable);   // first a usable definition
         c.control->Attach(dlg.ZxHwnd(), &cam, &dlg.List());

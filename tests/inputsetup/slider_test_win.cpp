@@ -42,20 +42,6 @@ TEST(SliderControls, ListSliderWritesTheElementsValue)
     EXPECT_EQ(TrackPos(dlg, IDC_NUM_TRACK_LIST), 2);
     dlg.Key(IDC_NUM_TRACK_LIST, VK_LEFT);
     EXPECT_EQ(Read(dlg.Camera(), L"ReadoutMode"), CZxVariant(1));
-
-    OddCamera cam;
-    CZxVariant bad = CZxVariant::MakeRecord(L"RZxList");
-    bad[L"m_list"] = CZxVariant::MakeArray();
-    bad[L"m_list"].Add(CZxVariant(L"no record"));
-    cam.defs[L"Bad"] = bad;
-    CZxISControlSliderListInt32 broken(L"Bad", 1, IDC_NUM_TRACK_LIST, 1);
-    broken.Attach(dlg.ZxHwnd(), &cam, &dlg.List());
-    zxtest::DiagCapture diag;
-    EXPECT_EQ(broken.Reinit(), -9);
-    EXPECT_TRUE(diag.Has(L"m_list element without m_iValue", L"inputsetupcontrols"));
-    broken.Enable(true);
-    EXPECT_FALSE(IsWindowEnabled(dlg.Item(IDC_NUM_TRACK_LIST)));
-    EXPECT_FALSE(dlg.Scroll(IDC_NUM_TRACK_LIST, TB_LINEDOWN));
 }
 
 TEST(TextControls, TextDoubleFollowsTheDriverAndRepaintsItsWholeArea)
