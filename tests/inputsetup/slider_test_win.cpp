@@ -9,12 +9,15 @@ namespace {
 int TrackPos(TestDialog& dlg, int id) { return static_cast<int>(SendMessageW(dlg.Item(id), TBM_GETPOS, 0, 0)); }
 } // namespace
 
-TEST(SliderControls, TrackBarKeysWriteTheValueOfTheNewPosition)
+TEST(SliderControls, TrackBarKeysWriteTheValueOrListElementOfTheNewPosition)
 {
     TestDialog dlg(IDD_NUM_TEST);
     CZxISControlSliderDouble tolerance(L"QuantilPromile", 1, IDC_NUM_TRACK, IDC_NUM_TRACK_TEXT, 1);
+    CZxISControlSliderListInt32 readout(L"ReadoutMode", 1, IDC_NUM_TRACK_LIST, 1);
     dlg.Attach(tolerance);
-    dlg.List().ReinitAndUpdateMany(~0u); // 0 .. 100 in steps of 0.1; the value is 1.0
+    dlg.Attach(readout);
+    // 0 .. 100 in steps of 0.1, the value 1.0; the list's values 0, 1, 2, holding 2.
+    dlg.List().ReinitAndUpdateMany(~0u);
     EXPECT_EQ(SendMessageW(dlg.Item(IDC_NUM_TRACK), TBM_GETRANGEMAX, 0, 0), 1000);
     EXPECT_EQ(SendMessageW(dlg.Item(IDC_NUM_TRACK), TBM_GETPAGESIZE, 0, 0), 10);
     const struct {
@@ -30,14 +33,6 @@ TEST(SliderControls, TrackBarKeysWriteTheValueOfTheNewPosition)
         EXPECT_EQ(ItemText(dlg, IDC_NUM_TRACK_TEXT), c.text);
         EXPECT_EQ(dlg.Notifications().size() - notes, 1u) << "one write per move, none at the key's release";
     }
-}
-
-TEST(SliderControls, ListSliderWritesTheElementsValue)
-{
-    TestDialog dlg(IDD_NUM_TEST);
-    CZxISControlSliderListInt32 readout(L"ReadoutMode", 1, IDC_NUM_TRACK_LIST, 1);
-    dlg.Attach(readout);
-    dlg.List().ReinitAndUpdateMany(~0u); // values 0, 1, 2; fast mode holds 2
     EXPECT_EQ(readout.GetCount(), 3);
     EXPECT_EQ(TrackPos(dlg, IDC_NUM_TRACK_LIST), 2);
     dlg.Key(IDC_NUM_TRACK_LIST, VK_LEFT);
