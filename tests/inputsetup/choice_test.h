@@ -14,7 +14,6 @@
 #include "zx_test.h"
 #include "zxhost/system.h"
 
-using zxtest::Notification;
 using zxtest::TestDialog;
 using Texts = std::vector<std::wstring>;
 

@@ -4,7 +4,6 @@
 #include "zx_test.h"
 
 using namespace numtest;
-using zxtest::Notification;
 using zxtest::Messages;
 using zxtest::TestDialog;
 
