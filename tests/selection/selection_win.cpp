@@ -115,20 +115,14 @@ TEST(Selection, UnitListPreselectsOnlyAnExactMatchAndCancelIsMinus8)
                  {L"SimLink 9", L"sim://link1?speed=full", 0}};
     for (const Case& c : cases) {
         auto unit = Unit(c.name, c.connection);
-        int selected = -1, rows = 0;
-        std::wstring title, second;
         EXPECT_EQ(SelectUnit(g, *unit, [&](HWND host) {
-            title = ItemText(host, 0);
+            EXPECT_EQ(ItemText(host, 0), L"Select HW Unit");
             HWND el = UnitElement(host);
-            rows = Rows(el);
-            selected = Selected(el);
-            second = Cell(List(el), 1, 1);
+            EXPECT_EQ(Rows(el), 3);
+            EXPECT_EQ(Cell(List(el), 1, 1), L"sim://link1?speed=full");
+            EXPECT_EQ(Selected(el), c.selected) << c.connection;
             ClickButton(host, IDCANCEL);
         }), ZX_E_CANCELLED);
-        EXPECT_EQ(title, L"Select HW Unit");
-        EXPECT_EQ(rows, 3);
-        EXPECT_EQ(second, L"sim://link1?speed=full");
-        EXPECT_EQ(selected, c.selected) << c.connection;
         EXPECT_STREQ(unit->m_wszName, c.name);   // cancelled: the record stays
     }
 }
@@ -139,15 +133,13 @@ TEST(Selection, TitleNamesTheGrabberWhenThereAreSeveralBesideTheLibrarysIcon)
     for (int active : {0, 1}) {
         g.SecGrabber_SetActive(active);
         auto unit = Unit();
-        std::wstring title;
         SelectUnit(g, *unit, [&](HWND host) {
-            title = ItemText(host, 0);
+            EXPECT_EQ(ItemText(host, 0), active ? L"Select Secondary Grabber HW Unit (Simulated Camera)"
+                                                : L"Select Primary Grabber HW Unit (Simulated Camera)");
             EXPECT_TRUE(SendMessageW(host, WM_GETICON, ICON_SMALL, 0));
             EXPECT_TRUE(SendMessageW(host, WM_GETICON, ICON_BIG, 0));
             ClickButton(host, IDCANCEL);
         });
-        EXPECT_EQ(title, active ? L"Select Secondary Grabber HW Unit (Simulated Camera)"
-                                : L"Select Primary Grabber HW Unit (Simulated Camera)");
     }
 }
 
@@ -186,27 +178,21 @@ TEST(Selection, UnitListIsCappedAndAcceptsClicksDoubleClicksAndTheUserRow)
     for (int i = 2; i < 40; ++i)
         g.AddUnit(CZxStringW::Formatted(L"Bulk %02d", i), CZxStringW::Formatted(L"sim://bulk%d", i));
     auto unit = Unit();
-    int rows = 0, nameColumn = 0, widest = 0;
-    std::wstring userRow, last;
     // Selection by a click on row 2 (the second unit), then OK.
     EXPECT_EQ(SelectUnit(g, *unit, [&](HWND host) {
         HWND el = UnitElement(host);
-        rows = Rows(el);
-        userRow = Cell(List(el), 0, 0);
-        last = Cell(List(el), rows - 1, 0);
+        const int rows = Rows(el);
+        EXPECT_EQ(rows, 33);   // the user row and 32 of 40 units
+        EXPECT_EQ(Cell(List(el), 0, 0), L"User Defined Connection...");
+        EXPECT_EQ(Cell(List(el), rows - 1, 0), L"Bulk 31");
         // The name column: the widest of its title and the unit names (not the user row), plus 15.
-        widest = ListView_GetStringWidth(List(el), L"HW Unit Name");
+        int widest = ListView_GetStringWidth(List(el), L"HW Unit Name");
         for (int r = 1; r < rows; ++r)
-            widest = std::max(widest,
-                              ListView_GetStringWidth(List(el), Cell(List(el), r, 0).c_str()));
-        nameColumn = ListView_GetColumnWidth(List(el), 0);
+            widest = std::max(widest, ListView_GetStringWidth(List(el), Cell(List(el), r, 0).c_str()));
+        EXPECT_EQ(ListView_GetColumnWidth(List(el), 0), widest + 15);
         SelectRow(List(el), 2);
         ClickButton(host, IDOK);
     }), ZX_OK);
-    EXPECT_EQ(rows, 33);   // the user row and 32 of 40 units
-    EXPECT_EQ(nameColumn, widest + 15);
-    EXPECT_EQ(userRow, L"User Defined Connection...");
-    EXPECT_EQ(last, L"Bulk 31");
     EXPECT_STREQ(unit->m_wszName, L"SimLink 1");
     EXPECT_STREQ(unit->m_wszConnectionString, L"sim://link1?speed=full");
 
@@ -238,26 +224,21 @@ TEST(Selection, CameraListCapsTypesStatusAndTakesTheFirstRowByDefault)
     g.AddCameras(L"SimLink 0", L"Bulk", 20);
     const double oldZoom = ZX_SetGUIZoom(1.5);
     CZxStringW camera;
-    int rows = 0, selected = -2, typeWidth = 0;
-    std::vector<std::wstring> row2;
     EXPECT_EQ(SelectCamera(g, camera, [&](HWND host) {
         EXPECT_EQ(ItemText(host, 0), L"Select Camera");
         HWND el = CameraElement(host);
-        rows = Rows(el);
-        selected = Selected(el);
-        typeWidth = ListView_GetColumnWidth(List(el), 1);
+        EXPECT_EQ(Rows(el), 15);
+        EXPECT_EQ(Selected(el), 0);   // the current camera is preselected
+        EXPECT_EQ(ListView_GetColumnWidth(List(el), 1), 120);
+        // Bulk 03: the third added camera (mono, not connected), after the unit's own two.
+        const wchar_t* const row2[] = {L"Bulk 03", L"Mono", L"Unknown"};
         for (int c = 0; c < 3; ++c)
-            row2.push_back(Cell(List(el), 4, c));
+            EXPECT_EQ(Cell(List(el), 4, c), row2[c]);
         EXPECT_EQ(ItemText(el, IDC_SEL_LABEL2), L"Simulated Camera");
         SelectRow(List(el), -1);
         ClickButton(host, IDOK);
     }), ZX_OK);
     ZX_SetGUIZoom(oldZoom);
-    EXPECT_EQ(rows, 15);
-    EXPECT_EQ(selected, 0);   // the current camera is preselected
-    EXPECT_EQ(typeWidth, 120);
-    // Bulk 03: the third added camera (mono, not connected), after the unit's own two.
-    EXPECT_EQ(row2, (std::vector<std::wstring>{L"Bulk 03", L"Mono", L"Unknown"}));
     EXPECT_STREQ(camera.GetString(), L"SIM-M2048-0001");   // nothing selected: row 0
 
     EXPECT_EQ(SelectCamera(g, camera, [](HWND host) { DoubleClick(List(CameraElement(host)), 3); }), ZX_OK);
@@ -274,18 +255,13 @@ TEST(Selection, CameraOfADuplicatedNameIsPreselectedOnItsLastRow)
     twin.m_bMono = true;
     ASSERT_TRUE(g.AddCamera(L"SimLink 0", twin));
     CZxStringW camera;
-    int rows = 0, selected = -2;
-    std::wstring shown;
     EXPECT_EQ(SelectCamera(g, camera, [&](HWND host) {
         HWND el = CameraElement(host);
-        rows = Rows(el);
-        selected = Selected(el);
-        shown = Cell(List(el), selected, 0);
+        EXPECT_EQ(Rows(el), 3);
+        EXPECT_EQ(Selected(el), 2);
+        EXPECT_EQ(Cell(List(el), 2, 0), L"Twin");
         ClickButton(host, IDOK);
     }), ZX_OK);
-    EXPECT_EQ(rows, 3);
-    EXPECT_EQ(selected, 2);
-    EXPECT_EQ(shown, L"Twin");
     EXPECT_STREQ(camera.GetString(), L"SIM-M2048-0001");
 }
 
@@ -347,20 +323,16 @@ TEST(Selection, CombinedDialogFollowsTheUnitAndCancelIsMinus9)
     g.AddUnit(L"Empty", L"sim://empty");
     auto unit = Unit();
     CZxStringW camera;
-    bool hiddenForEmpty = false, backAgain = false;
-    std::wstring link1Camera;
     EXPECT_EQ(SelectBoth(g, *unit, camera, [&](HWND host) {
         HWND units = UnitElement(host), cams = CameraElement(host);
         SelectRow(List(units), 2);   // "Empty": the camera chooser ends
-        hiddenForEmpty = !IsWindowVisible(cams);
+        EXPECT_FALSE(IsWindowVisible(cams));
         SelectRow(List(units), 1);
-        backAgain = IsWindowVisible(cams) && Rows(cams) == 1;
-        link1Camera = Cell(List(cams), 0, 0);
+        EXPECT_TRUE(IsWindowVisible(cams));
+        EXPECT_EQ(Rows(cams), 1);
+        EXPECT_EQ(Cell(List(cams), 0, 0), L"Sim M1024");
         ClickButton(host, IDOK);
     }), ZX_OK);
-    EXPECT_TRUE(hiddenForEmpty);
-    EXPECT_TRUE(backAgain);
-    EXPECT_EQ(link1Camera, L"Sim M1024");
     EXPECT_STREQ(unit->m_wszName, L"SimLink 1");
     EXPECT_STREQ(camera.GetString(), L"SIM-M1024-0003");
     EXPECT_EQ(SelectBoth(g, *unit, camera, [](HWND host) { ClickButton(host, IDCANCEL); }), ZX_E_FAIL);
@@ -373,24 +345,21 @@ TEST(Selection, PreviewPadListsUnitsAddsConnectionsAndAcceptsDoubleClicks)
     auto unit = Unit();
     auto padList = [](HWND host) { return FindWindowExW(FindWindowExW(host, nullptr, L"ZxHWUnitPreviewPad", nullptr),
                                                         nullptr, WC_LISTVIEWW, nullptr); };
-    int items = 0;
     EXPECT_EQ(SelectUnit(g, *unit, [&](HWND host) {
         EXPECT_EQ(ItemText(host, IDC_SEL_ADD), L"Add...");
-        items = ListView_GetItemCount(padList(host));
+        EXPECT_EQ(ListView_GetItemCount(padList(host)), 2);
         SelectRow(padList(host), 1);
         ClickButton(host, IDOK);
     }), ZX_OK);
-    EXPECT_EQ(items, 2);
     EXPECT_STREQ(unit->m_wszName, L"SimLink 1");
 
     // "Add..." defines a unit; a double click on it accepts through the element's event.
     g.QueueConnection(SZxGrabberHWUnit(L"Lab", L"sim://lab"));
     EXPECT_EQ(SelectUnit(g, *unit, [&](HWND host) {
         ClickButton(host, IDC_SEL_ADD);
-        items = ListView_GetItemCount(padList(host));
+        EXPECT_EQ(ListView_GetItemCount(padList(host)), 3);
         DoubleClick(padList(host), 2);
     }), ZX_OK);
-    EXPECT_EQ(items, 3);
     EXPECT_STREQ(unit->m_wszConnectionString, L"sim://lab");
 }
 
@@ -467,33 +436,26 @@ TEST(Selection, CombinedDialogsImageButtonsOrientTheChosenCameraThroughTheGrabbe
     CZxSimGrabber g;
     auto unit = Unit();
     CZxStringW camera;
-    std::vector<std::wstring> tips;
-    int images = 0, atStart = -2, afterClick = -2, otherCamera = -2, backOnFirst = -2;
     EXPECT_EQ(SelectBoth(g, *unit, camera, [&](HWND host) {
         for (int id : kOrientationIds)
-            images += SendDlgItemMessageW(host, id, BM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
-        tips = Tooltips(host);
+            EXPECT_TRUE(SendDlgItemMessageW(host, id, BM_GETIMAGE, IMAGE_BITMAP, 0)) << id;
+        EXPECT_EQ(Tooltips(host), (std::vector<std::wstring>{L"Rotate Left", L"Rotate Right", L"Rotate 180\u00b0",
+                                                             L"Flip Horizontally", L"Flip Vertically",
+                                                             L"No Rotation or Flip"}));
         HWND cams = CameraElement(host);
         SelectRow(List(cams), 0);
         Pump();
-        atStart = Pressed(host);
+        EXPECT_EQ(Pressed(host), IDC_SEL_FLIP_NONE);
         ClickButton(host, IDC_SEL_ROTATE_RIGHT);
-        afterClick = Pressed(host);
+        EXPECT_EQ(Pressed(host), IDC_SEL_ROTATE_RIGHT) << "exactly the clicked one";
         SelectRow(List(cams), 1);
         ClickButton(host, IDC_SEL_FLIP_H);
-        otherCamera = Pressed(host);
+        EXPECT_EQ(Pressed(host), IDC_SEL_FLIP_H);
         SelectRow(List(cams), 0);
         ClickButton(host, IDC_SEL_ROTATE_RIGHT);
-        backOnFirst = Pressed(host);
+        EXPECT_EQ(Pressed(host), IDC_SEL_ROTATE_RIGHT);
         ClickButton(host, IDCANCEL);
     }), ZX_E_FAIL);
-    EXPECT_EQ(images, 6);
-    EXPECT_EQ(tips, (std::vector<std::wstring>{L"Rotate Left", L"Rotate Right", L"Rotate 180\u00b0",
-                                               L"Flip Horizontally", L"Flip Vertically", L"No Rotation or Flip"}));
-    EXPECT_EQ(atStart, IDC_SEL_FLIP_NONE);
-    EXPECT_EQ(afterClick, IDC_SEL_ROTATE_RIGHT) << "exactly the clicked one";
-    EXPECT_EQ(otherCamera, IDC_SEL_FLIP_H);
-    EXPECT_EQ(backOnFirst, IDC_SEL_ROTATE_RIGHT);
     int32_t first = -1, second = -1;
     EXPECT_EQ(g.CameraOrientationGet_WRP(L"SIM-M2048-0001", first), ZX_OK);
     EXPECT_EQ(g.CameraOrientationGet_WRP(L"SIM-C2048-0002", second), ZX_OK);
@@ -502,14 +464,12 @@ TEST(Selection, CombinedDialogsImageButtonsOrientTheChosenCameraThroughTheGrabbe
     EXPECT_EQ(g.Camera(0)->GetOrientation(), ZX_ORIENT_ROTATE_RIGHT) << "the open camera turns its frames";
 
     // Reopened, the chosen camera's orientation shows without a click.
-    int reopened = -2;
     SelectBoth(g, *unit, camera, [&](HWND host) {
         SelectRow(List(CameraElement(host)), 1);
         Pump();
-        reopened = Pressed(host);
+        EXPECT_EQ(Pressed(host), IDC_SEL_FLIP_H);
         ClickButton(host, IDCANCEL);
     });
-    EXPECT_EQ(reopened, IDC_SEL_FLIP_H);
 }
 
 // The tab variant, a pad the caller places into its own window, opened and
@@ -530,13 +490,8 @@ TEST(Selection, PreviewPadReadsTheLiveUnitUntilItsWindowGoesAndLeavesNothingBehi
         ASSERT_NE(pad->CreateUI(L"HWUnitPreviewPad", 0, reinterpret_cast<ZxHWnd>(owner), nullptr, nullptr), nullptr);
         EXPECT_EQ(pad->GetItemCount(), 2);
         EXPECT_TRUE(pad->IsReading());
-        bool live = false;
-        for (int i = 0; i < 500 && !live; ++i) {
-            Pump();
-            live = pad->GetFramesShown() >= 3;
-            Sleep(10);
-        }
-        EXPECT_TRUE(live) << pad->GetFramesShown() << " frames shown";
+        EXPECT_TRUE(zxtest::PumpUntil([&] { return pad->GetFramesShown() >= 3; }))
+            << pad->GetFramesShown() << " frames shown";
         pad->DestroyUI();
         EXPECT_FALSE(pad->IsReading());
         const int shown = pad->GetFramesShown();

@@ -6,6 +6,7 @@
 #pragma once
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 #include "zx/inputsetupcontrols.h"
@@ -83,6 +84,9 @@ private:
     std::vector<Notification> m_notes;
     bool m_lastHandled = false;
 };
+
+/// Pumps until `done` holds, for about five seconds at most; whether it held.
+bool PumpUntil(const std::function<bool()>& done);
 
 inline std::wstring ItemText(const TestDialog& dlg, int id) { return ItemText(dlg.Hwnd(), id); }
 

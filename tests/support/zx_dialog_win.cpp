@@ -127,4 +127,15 @@ void TestDialog::Pump()
     }
 }
 
+bool PumpUntil(const std::function<bool()>& done)
+{
+    for (int i = 0; i < 500; ++i) {
+        TestDialog::Pump();
+        if (done())
+            return true;
+        Sleep(10);
+    }
+    return false;
+}
+
 } // namespace zxtest

@@ -13,7 +13,9 @@ namespace zxtest {
 
 /// Calls `open` (which shows a modal dialog and returns its result) and runs
 /// `script` on the dialog once it is up. A dialog that ends before its loop
-/// runs never sees the script; `*scriptRan` (may be null) tells which happened.
+/// runs never sees the script; `*scriptRan` tells which happened. Without
+/// `scriptRan` the dialog is expected: a script that never ran fails the test,
+/// so the script's own assertions cannot pass by not running.
 /// A dialog the script leaves open is cancelled and fails the test.
 int DriveModal(const std::function<int()>& open, const std::function<void(HWND)>& script, bool* scriptRan = nullptr);
 

@@ -76,6 +76,8 @@ int DriveModal(const std::function<int()>& open, const std::function<void(HWND)>
     g_script = nullptr;
     if (scriptRan)
         *scriptRan = g_ran;
+    else if (!g_ran)
+        ADD_FAILURE() << "the dialog never came up";
     MSG msg;
     while (PeekMessageW(&msg, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE)) {
     }
