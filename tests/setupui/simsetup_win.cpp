@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 #include "zx/inputform.h"
@@ -22,18 +21,6 @@ int32_t Application(IZxGrabberUI::EZxEvent event, ZxHWnd, int64_t, void*)
 // The driver reads and writes the set in use (mode 0).
 void Set(CZxGenProvider_Low& camera, const wchar_t* name, const CZxVariant& value) { zxtest::Set(camera, name, value, 0); }
 double Get(CZxGenProvider_Low& camera, const wchar_t* name) { return zxtest::Value(camera, name, 0); }
-
-// Pumps until `done` or about five seconds.
-bool PumpUntil(const std::function<bool()>& done)
-{
-    for (int i = 0; i < 500; ++i) {
-        zxtest::TestDialog::Pump();
-        if (done())
-            return true;
-        Sleep(10);
-    }
-    return false;
-}
 
 class ReferenceDriver : public ::testing::Test {
 protected:
@@ -65,8 +52,12 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
         zxtest::SelectCombo(dlg, IDC_ZX_FORMAT, 0);
         // A page to the right on the gain's scroll bar.
         SendMessageW(dlg, WM_HSCROLL, SB_PAGERIGHT, LPARAM(GetDlgItem(dlg, IDC_ZX_GAIN)));
-        // The offset changed by the camera itself, shown after a refresh.
+        // The offset changed by the camera itself, shown after a refresh; the set
+        // link and the ROI too, which Cancel restores with the rest.
         Set(camera, L"Offset", 40);
+        camera.ModeFQSynchronize(!before.m_bFQSynchronized);
+        camera.ROISet(CZxRect(8, 8, 64, 64));
+        camera.ROIEnable(true);
         SendMessageW(dlg, WM_IS_REFRESH, WPARAM(-1), 0);
         read(dlg, changed);
         SendMessageW(dlg, WM_COMMAND, IDCANCEL, LPARAM(GetDlgItem(dlg, IDCANCEL)));
@@ -83,6 +74,10 @@ TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
     EXPECT_TRUE(after.m_vecPropFast == before.m_vecPropFast);
     EXPECT_TRUE(after.m_vecPropQuality == before.m_vecPropQuality);
     EXPECT_EQ(after.m_fmtFast, before.m_fmtFast);
+    EXPECT_EQ(after.m_bFQSynchronized, before.m_bFQSynchronized);
+    EXPECT_EQ(after.m_bROIEnabled, before.m_bROIEnabled);
+    EXPECT_EQ(after.m_rcROI, before.m_rcROI);
+    EXPECT_EQ(ui.GetHDlg(), nullptr);
 }
 
 TEST_F(ReferenceDriver, LiveHistogramFollowsTheExposureAndAutoExposureCorrectsIt)
@@ -91,15 +86,15 @@ TEST_F(ReferenceDriver, LiveHistogramFollowsTheExposureAndAutoExposureCorrectsIt
     HWND dlg = ui.GetHDlg();
     ASSERT_TRUE(dlg);
     ui.StartAcquisition(10);
-    ASSERT_TRUE(PumpUntil([&] { return !zxtest::ItemText(dlg, IDC_ZX_RANGE_RED).empty(); }));
+    ASSERT_TRUE(zxtest::PumpUntil([&] { return !zxtest::ItemText(dlg, IDC_ZX_RANGE_RED).empty(); }));
     const std::wstring atDefault = zxtest::ItemText(dlg, IDC_ZX_RANGE_RED);
     Set(camera, L"Exposure", 5.0);
-    EXPECT_TRUE(PumpUntil([&] { return zxtest::ItemText(dlg, IDC_ZX_RANGE_RED) != atDefault; })) << "range stays " << atDefault.c_str();
+    EXPECT_TRUE(zxtest::PumpUntil([&] { return zxtest::ItemText(dlg, IDC_ZX_RANGE_RED) != atDefault; })) << "range stays " << atDefault.c_str();
 
     // Over-exposed with auto exposure on: the driver brings the exposure down.
     Set(camera, L"Exposure", 200.0);
     Set(camera, L"AutoExposure", true);
-    EXPECT_TRUE(PumpUntil([&] { return Get(camera, L"Exposure") < 100.0; }))
+    EXPECT_TRUE(zxtest::PumpUntil([&] { return Get(camera, L"Exposure") < 100.0; }))
         << Get(camera, L"Exposure");
     ui.StopAcquisition();
     // The modeless dialog's OK goes through the provider back to the driver, which closes it.
