@@ -1,5 +1,6 @@
-// Dialog helpers: templates by language, the new-setting dialog driven as a
-// user drives it, and the base-priority test.
+// Dialog helpers: the new-setting dialog driven as a user drives it, and the
+// base-priority test. (The dialog service's choice of template by language is
+// the loader's test, in language_win.cpp.)
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -9,7 +10,6 @@
 #include "setupui/commandmenu_win.h"
 #include "zx/dialoghelpers.h"
 #include "zx/grabberuibase.h"
-#include "zxhost/locale.h"
 #include "zxsim/camera.h"
 #include "zx_modal.h"
 
@@ -18,57 +18,42 @@ using zxtest::ItemText;
 
 namespace {
 
-const WORD kGerman = MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN);
-
-TEST(DialogHelpers, DialogServiceTakesTheTemplateOfTheUsersLanguage)
+// Opened over an owner in each place (see zxtest::OwnerWindow): centred both times.
+TEST(DialogHelpers, NewSettingDialogOpensCentredOverItsOwnerAndAsksUntilANameIsGiven)
 {
-    HMODULE lib = ZX_GetLibraryModule();
-    const WORD before = ZX_SetLanguageId(kGerman);
-    // The German template has its own Cancel text; the procedure sets none.
-    std::wstring cancel;
-    const DLGPROC plain = [](HWND, UINT msg, WPARAM, LPARAM) -> INT_PTR { return msg == WM_INITDIALOG; };
-    EXPECT_EQ(DriveModal([&] { return Dialog_Box_Param(lib, L"NEW_SETTING", nullptr, plain, 0); },
-                         [&](HWND dlg) {
-                             cancel = ItemText(dlg, 2002);
-                             EndDialog(dlg, 7);
-                         }),
-              7);
-    EXPECT_EQ(cancel, L"Abbrechen");
-    ZX_SetLanguageId(before);
-}
-
-TEST(DialogHelpers, NewSettingDialogAsksUntilANameIsGiven)
-{
-    std::wstring caption, afterEnter, cut;
-    bool focusOnOk = false, openAfterEmptyOk = false;
+    zxtest::OwnerWindow middle(0), corner(1);
     CZxStringW name(L"Morning");
-    EXPECT_EQ(DriveModal([&] { return NewSettingDlg(name, nullptr, L""); }, [&](HWND dlg) {
-        caption = ItemText(dlg, 0);
+    EXPECT_EQ(DriveModal([&] { return NewSettingDlg(name, middle.Hwnd(), L""); }, [&](HWND dlg) {
+        EXPECT_TRUE(zxtest::CentredOnOwner(dlg, middle.Hwnd()));
+        EXPECT_EQ(ItemText(dlg, 0), L"New Setting");
         HWND edit = GetDlgItem(dlg, 1001);
         SendMessageW(edit, WM_KEYDOWN, VK_RETURN, 0);
-        focusOnOk = GetFocus() == GetDlgItem(dlg, 2001);
-        afterEnter = ItemText(edit, 0);
+        EXPECT_EQ(GetFocus(), GetDlgItem(dlg, 2001));
+        EXPECT_EQ(ItemText(edit, 0), L"Morning") << "Enter neither closes nor clears";
         // Pasted text beyond the limit is cut.
         SendMessageW(edit, EM_SETSEL, 0, -1);
         SendMessageW(edit, EM_REPLACESEL, TRUE, LPARAM(std::wstring(300, L'x').c_str()));
-        cut = ItemText(edit, 0);
+        EXPECT_EQ(ItemText(edit, 0).size(), 254u);
         SetWindowTextW(edit, L"");
         SendMessageW(dlg, WM_COMMAND, 2001, LPARAM(GetDlgItem(dlg, 2001)));
-        openAfterEmptyOk = IsWindowEnabled(dlg) && GetFocus() == edit;
+        EXPECT_TRUE(IsWindowEnabled(dlg) && GetFocus() == edit) << "an empty name is refused";
         SetWindowTextW(edit, L"Evening");
         SendMessageW(dlg, WM_COMMAND, 2001, LPARAM(GetDlgItem(dlg, 2001)));
     }), 1);
-    EXPECT_EQ(caption, L"New Setting");
-    EXPECT_TRUE(focusOnOk);
-    EXPECT_EQ(afterEnter, L"Morning") << "Enter neither closes nor clears";
-    EXPECT_EQ(cut.size(), 254u);
-    EXPECT_TRUE(openAfterEmptyOk);
     EXPECT_EQ(name, CZxStringW(L"Evening"));
 
-    EXPECT_EQ(DriveModal([&] { return NewSettingDlg(name, nullptr, L"Title"); },
-                         [](HWND dlg) { SendMessageW(dlg, WM_COMMAND, IDCANCEL, 0); }),
-              2);
-    EXPECT_EQ(name, CZxStringW(L"Evening")) << "a cancelled dialog leaves the name";
+    // Cancel, by its button or by Escape, leaves the name.
+    for (int id : {2002, IDCANCEL}) {
+        EXPECT_EQ(DriveModal([&] { return NewSettingDlg(name, corner.Hwnd(), L"Title"); }, [&](HWND dlg) {
+            EXPECT_TRUE(zxtest::CentredOnOwner(dlg, corner.Hwnd()));
+            EXPECT_EQ(ItemText(dlg, 0), L"Title");
+            if (id == IDCANCEL)
+                SendMessageW(dlg, WM_COMMAND, IDCANCEL, 0);
+            else
+                zxtest::ClickButton(dlg, id);
+        }), 2) << id;
+        EXPECT_EQ(name, CZxStringW(L"Evening")) << id;
+    }
 }
 
 TEST(DialogHelpers, NewSettingFromTheMenuAppearsInTheNextMenu)
@@ -95,17 +80,3 @@ TEST(DialogHelpers, BasePriorityIsAllowedOnWinesAdministratorToken)
 }
 
 } // namespace
-
-TEST(DialogHelpers, NewSettingDialogOpensCentredOverItsOwnerAndWhollyOnItsMonitor)
-{
-    for (int place : {0, 1}) {
-        zxtest::OwnerWindow owner(place);
-        CZxStringW name(L"kept");
-        EXPECT_EQ(DriveModal([&] { return NewSettingDlg(name, owner.Hwnd(), L""); },
-                             [&](HWND dlg) {
-                                 EXPECT_TRUE(zxtest::CentredOnOwner(dlg, owner.Hwnd())) << place;
-                                 zxtest::ClickButton(dlg, 2002);
-                             }),
-                  2);
-    }
-}

@@ -86,6 +86,13 @@ TEST(Languages, LoaderTakesExactThenPrimaryThenNeutralThenAnyByName)
     EXPECT_EQ(ZX_LoadDialogTemplate(L"NO_SUCH_TEMPLATE", self), nullptr);
     EXPECT_EQ(ZX_LoadDialogTemplate(nullptr, self), nullptr);
     EXPECT_EQ(Dialog_Box_Param(self, L"NO_SUCH_TEMPLATE", nullptr, &Inert, 0), -1);
+    // The dialog service takes the same choice.
+    EXPECT_EQ(zxtest::DriveModal([&] { return Dialog_Box_Param(self, L"LT_FAMILY", nullptr, &Inert, 0); },
+                                 [](HWND dlg) {
+                                     EXPECT_EQ(Text(dlg), L"de-CH");
+                                     EndDialog(dlg, 7);
+                                 }),
+              7);
 }
 
 BOOL CALLBACK Collect(HMODULE, LPCWSTR, LPCWSTR, WORD lang, LONG_PTR out)
