@@ -1,5 +1,6 @@
 #include "zx_test.h"
 
+#include <algorithm>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -65,18 +66,14 @@ size_t DiagCapture::Size() const { return g_claimed.size(); }
 
 int DiagCapture::Count(const wchar_t* condition) const
 {
-    int n = 0;
-    for (const DiagRecord& r : g_claimed)
-        n += r.condition == condition;
-    return n;
+    return int(std::count_if(g_claimed.begin(), g_claimed.end(),
+                             [&](const DiagRecord& r) { return r.condition == condition; }));
 }
 
 bool DiagCapture::Has(const wchar_t* condition, const wchar_t* source) const
 {
-    for (const DiagRecord& r : g_claimed)
-        if (r.condition == condition && r.source == source)
-            return true;
-    return false;
+    return std::any_of(g_claimed.begin(), g_claimed.end(),
+                       [&](const DiagRecord& r) { return r.condition == condition && r.source == source; });
 }
 
 } // namespace zxtest
