@@ -129,8 +129,7 @@ TEST(SimSetup, TheSamePageDocksAsAnElementAndOpensTheAdvancedSetupFromBothHosts)
         Set(camera, L"CaptureMaxExposure", 2000.0);
         const int r = zxtest::DriveModal(
             [&] {
-                SendMessageW(hwnd, WM_COMMAND, MAKEWPARAM(IDC_ZX_ADVANCED, BN_CLICKED),
-                             LPARAM(GetDlgItem(hwnd, IDC_ZX_ADVANCED)));
+                zxtest::ClickButton(hwnd, IDC_ZX_ADVANCED);
                 return 1;
             },
             [&](HWND advanced) {
@@ -149,15 +148,12 @@ TEST(SimSetup, TheSamePageDocksAsAnElementAndOpensTheAdvancedSetupFromBothHosts)
         EXPECT_EQ(zxtest::ItemText(hwnd, IDC_ZX_QUALITY), L"Live - Quality");
         EXPECT_EQ(IsDlgButtonChecked(hwnd, IDC_ZX_FAST), BST_CHECKED);
         const std::wstring fastExposure = zxtest::ItemText(hwnd, IDC_ZX_EXPOSURE);
-        auto click = [&](int id) {
-            SendMessageW(hwnd, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), LPARAM(GetDlgItem(hwnd, id)));
-        };
-        click(IDC_ZX_QUALITY);
+        zxtest::ClickButton(hwnd, IDC_ZX_QUALITY);
         EXPECT_EQ(camera.GetModeFQ(), uint32_t(ZX_MODE_QUALITY));
         EXPECT_EQ(IsDlgButtonChecked(hwnd, IDC_ZX_QUALITY), BST_CHECKED);
         EXPECT_EQ(IsDlgButtonChecked(hwnd, IDC_ZX_FAST), BST_UNCHECKED);
         EXPECT_NE(zxtest::ItemText(hwnd, IDC_ZX_EXPOSURE), fastExposure);
-        click(IDC_ZX_FAST);
+        zxtest::ClickButton(hwnd, IDC_ZX_FAST);
         EXPECT_EQ(camera.GetModeFQ(), uint32_t(ZX_MODE_FAST));
         EXPECT_EQ(zxtest::ItemText(hwnd, IDC_ZX_EXPOSURE), fastExposure);
 
