@@ -222,7 +222,7 @@ TEST_F(GrabberUIBase, OkAndCancelAreTheHostsOnlyForTheirKindOfDialog)
     }
 }
 
-TEST_F(GrabberUIBase, HelpAndPropertyMessagesBecomeEvents)
+TEST_F(GrabberUIBase, HelpPropertyAndLiveMessagesBecomeEventsUnlessBusy)
 {
     ASSERT_TRUE(host.Open(false));
     struct Case {
@@ -246,11 +246,8 @@ TEST_F(GrabberUIBase, HelpAndPropertyMessagesBecomeEvents)
     EXPECT_EQ(CountOf(IZxGrabberUI::evHelp), 1);
     // The state-change notification is an ordinary message: the callback declines it.
     EXPECT_FALSE(Message(WM_IS_STATECHANGE, 0, 0));
-}
 
-TEST_F(GrabberUIBase, LiveChangeReachesTheDialogOnlyWhenNotBusy)
-{
-    ASSERT_TRUE(host.Open(false));
+    // A change of the live state reaches the dialog, unless the host is busy.
     auto liveMessages = [] {
         int n = 0;
         for (const Event& e : g_events)
