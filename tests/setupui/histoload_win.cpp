@@ -20,8 +20,8 @@
 #include "zx/grabberuibase.h"
 #include "zx/histodraw.h"
 #include "zx/inputform.h"
+#include "reference_driver.h"
 #include "zx_modal.h"
-#include "zxsim/setupui.h"
 
 namespace {
 
@@ -30,11 +30,6 @@ int Cycles()
     const char* s = std::getenv("ZX_HISTO_LOAD_CYCLES");
     const int n = s ? std::atoi(s) : 0;
     return n > 0 ? n : 50;
-}
-
-int32_t Application(IZxGrabberUI::EZxEvent event, ZxHWnd, int64_t, void*)
-{
-    return event == IZxGrabberUI::evMessage ? 1 : 0;
 }
 
 // Two acquisition threads, each handing over a 12-bit colour histogram about
@@ -138,14 +133,10 @@ struct Usage {
 
 } // namespace
 
-TEST(HistogramUnderLoad, OpeningAndClosingWhileTwoThreadsDeliverFramesLeavesNothingBehind)
+using HistogramUnderLoad = ReferenceDriver;
+
+TEST_F(HistogramUnderLoad, OpeningAndClosingWhileTwoThreadsDeliverFramesLeavesNothingBehind)
 {
-    CZxSimDriverCamera camera;
-    CZxSimSetupUI ui(camera);
-    ui.Init(&camera, &Application);
-    CZxSimSetupElement element(camera);
-    HWND pane = CreateWindowExW(0, L"STATIC", L"pane", WS_OVERLAPPEDWINDOW, 0, 0, 640, 720, nullptr, nullptr,
-                                nullptr, nullptr);
     g_host = &ui;
     HHOOK hook = SetWindowsHookExW(WH_GETMESSAGE, &CountHisto, nullptr, GetCurrentThreadId());
     ASSERT_TRUE(hook);
@@ -202,7 +193,6 @@ TEST(HistogramUnderLoad, OpeningAndClosingWhileTwoThreadsDeliverFramesLeavesNoth
     const long frames = feeders.Frames();
     UnhookWindowsHookEx(hook);
     g_host = nullptr;
-    DestroyWindow(pane);
 
     EXPECT_GT(frames, long(cycles)) << "the threads delivered while the dialogs opened and closed";
     EXPECT_GT(g_histoDrawn, 0) << "open dialogs drew frames";

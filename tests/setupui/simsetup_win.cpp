@@ -8,26 +8,14 @@
 
 #include "zx/inputform.h"
 #include "zx_dialog.h"
+#include "reference_driver.h"
 #include "zx_modal.h"
-#include "zxsim/setupui.h"
 
 namespace {
-
-int32_t Application(IZxGrabberUI::EZxEvent event, ZxHWnd, int64_t, void*)
-{
-    return event == IZxGrabberUI::evMessage ? 1 : 0;
-}
 
 // The driver reads and writes the set in use (mode 0).
 void Set(CZxGenProvider_Low& camera, const wchar_t* name, const CZxVariant& value) { zxtest::Set(camera, name, value, 0); }
 double Get(CZxGenProvider_Low& camera, const wchar_t* name) { return zxtest::Value(camera, name, 0); }
-
-class ReferenceDriver : public ::testing::Test {
-protected:
-    void SetUp() override { ui.Init(&camera, &Application); }
-    CZxSimDriverCamera camera;
-    CZxSimSetupUI ui{camera};
-};
 
 TEST_F(ReferenceDriver, ModalCancelRestoresTheSettingsAndTheControlsShowThem)
 {
@@ -105,14 +93,8 @@ TEST_F(ReferenceDriver, LiveHistogramFollowsTheExposureAndAutoExposureCorrectsIt
 
 } // namespace
 
-TEST(SimSetup, TheSamePageDocksAsAnElementAndOpensTheAdvancedSetupFromBothHosts)
+TEST_F(ReferenceDriver, TheSamePageDocksAsAnElementAndOpensTheAdvancedSetupFromBothHosts)
 {
-    CZxSimDriverCamera camera;
-    CZxSimSetupUI ui(camera);
-    ui.Init(&camera, &Application);
-    CZxSimSetupElement element(camera);
-    HWND pane = CreateWindowExW(0, L"STATIC", L"pane", WS_OVERLAPPEDWINDOW, 0, 0, 640, 720, nullptr, nullptr,
-                                nullptr, nullptr);
     HWND page = reinterpret_cast<HWND>(element.CreateUI(L"setup", 0, reinterpret_cast<ZxHWnd>(pane), nullptr, nullptr));
     ASSERT_TRUE(page);
     for (bool docked : {false, true}) {
@@ -173,5 +155,4 @@ TEST(SimSetup, TheSamePageDocksAsAnElementAndOpensTheAdvancedSetupFromBothHosts)
     }
     element.DestroyUI();
     EXPECT_EQ(element.GetControls().GetCount(), 0u);
-    DestroyWindow(pane);
 }
