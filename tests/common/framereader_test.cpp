@@ -10,17 +10,9 @@
 #include <vector>
 
 #include "common/framereader.h"
+#include "zx_test.h"
 
-namespace {
-// Waits up to about five seconds for `done`.
-template <class F>
-bool WaitFor(F done)
-{
-    for (int i = 0; i < 500 && !done(); ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    return done();
-}
-} // namespace
+using zxtest::WaitFor;
 
 TEST(FrameReader, ReadsUntilStoppedAndNeverAfterEvenWhenStoppedMidTick)
 {

@@ -3,6 +3,8 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include "zx_test.h"
+
 namespace zxtest {
 
 TestDialog::TestDialog(int templateId)
@@ -129,13 +131,10 @@ void TestDialog::Pump()
 
 bool PumpUntil(const std::function<bool()>& done)
 {
-    for (int i = 0; i < 500; ++i) {
+    return WaitFor([&] {
         TestDialog::Pump();
-        if (done())
-            return true;
-        Sleep(10);
-    }
-    return false;
+        return done();
+    });
 }
 
 } // namespace zxtest
