@@ -1,6 +1,7 @@
-// The GUI-element host: message routing with and without a handler, and the
-// secondary grabber around events and GUI commands. (One page procedure on both
-// hosts is the reference driver's test, in simsetup_win.cpp.)
+// The GUI-element host: message routing and the wrapper's calls with and
+// without a handler, and the secondary grabber around events and GUI commands.
+// (One page procedure on both hosts is the reference driver's test, in
+// simsetup_win.cpp.)
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -129,7 +130,7 @@ struct Page {
 
 } // namespace
 
-TEST(GUIElement, WithoutHandlerEveryMessageGoesToTheListAndNoWaitCursorStarts)
+TEST(GUIElement, WithoutHandlerEveryMessageGoesToTheListAndTheWrapperCallsReachAHandlerOnceSet)
 {
     CZxSimGrabber grabber(1);
     CZxSimCamera* cam = grabber.Camera(0);
@@ -165,6 +166,37 @@ TEST(GUIElement, WithoutHandlerEveryMessageGoesToTheListAndNoWaitCursorStarts)
     EXPECT_EQ(ui.IS_SetHDLGActive(page.W()), nullptr);
     EXPECT_EQ(diag.Size(), 1u);
     EXPECT_EQ(page.element.GetWaitCount(), 0u);
+
+    // Once a handler is set, the element asks it what the dialog host asks its callback.
+    Sink sink;
+    sink.element = &page.element;
+    page.element.SetHandler(&Handler, &sink);
+    ui.IS_ChangeLiveMode(page.W(), 2);
+    ASSERT_EQ(sink.events.size(), 1u);
+    EXPECT_EQ(sink.events[0].code, ZX_GUIEVENT_LIVEMODECHANGE);
+    EXPECT_EQ(sink.events[0].wParam, 2u);
+    EXPECT_EQ(sink.waitCount, 1u) << "the change runs under the wait cursor";
+    EXPECT_EQ(page.element.GetWaitCount(), 0u);
+
+    ui.IS_OpenFreeTopicHelp(L"Cooling");
+    EXPECT_EQ(sink.events.back().code, ZX_GUIEVENT_HELP);
+    EXPECT_EQ(sink.topic, L"Cooling");
+    ui.IS_OpenFreeTopicHelp(nullptr);
+    EXPECT_EQ(sink.topic, L"");
+
+    sink.activeAnswer = page.parent.hwnd;
+    EXPECT_EQ(ui.IS_SetHDLGActive(page.W()), reinterpret_cast<ZxHWnd>(page.parent.hwnd));
+    EXPECT_EQ(sink.events.back().code, ZX_GUIEVENT_SETACTIVEDIALOG);
+    sink.activeAnswer = nullptr;
+    EXPECT_EQ(ui.IS_SetHDLGActive(page.W()), nullptr) << "the handler's answer, not the element's own window";
+
+    EXPECT_TRUE(ui.IS_FQModeChangeAllowed());
+    EXPECT_EQ(sink.events.back().code, ZX_GUIEVENT_FQMODECHANGEQUERY);
+    EXPECT_EQ(sink.payload, reinterpret_cast<intptr_t>(static_cast<CZxGenProvider_Low*>(grabber.Camera(0))));
+    sink.answer = 1;
+    EXPECT_FALSE(ui.IS_FQModeChangeAllowed()) << "a handler that refuses keeps the set";
+    EXPECT_EQ(sink.events.size(), 7u);
+    EXPECT_EQ(diag.Size(), 1u) << "nothing raised once a handler answers";
 }
 
 TEST(GUIElement, EventsArriveWithTheElementsCameraActiveAndTheOldOneBack)
@@ -260,41 +292,4 @@ TEST(GUIElement, CommandMenuFollowsTheDialogHostsROIRules)
         EXPECT_EQ(g_seen.defineEnabled, row.define);
         EXPECT_EQ(g_seen.useChecked, row.roiOn);
     }
-}
-
-// Shared driver code calls these through the wrapper on either host; the element
-// asks its handler what the dialog host asks its callback.
-TEST(GUIElement, LiveModeHelpActiveDialogAndFastQualityQueryReachTheHandlerAsOnTheDialogHost)
-{
-    CZxSimGrabber grabber(1);
-    Sink sink;
-    Page page(grabber.Camera(0), &sink);
-    ZxHWnd w = page.W();
-    ASSERT_TRUE(w);
-    IZxGrabberUI_Wrapper& ui = page.wrapper;
-    ui.IS_ChangeLiveMode(w, 2);
-    ASSERT_EQ(sink.events.size(), 1u);
-    EXPECT_EQ(sink.events[0].code, ZX_GUIEVENT_LIVEMODECHANGE);
-    EXPECT_EQ(sink.events[0].wParam, 2u);
-    EXPECT_EQ(sink.waitCount, 1u) << "the change runs under the wait cursor";
-    EXPECT_EQ(page.element.GetWaitCount(), 0u);
-
-    ui.IS_OpenFreeTopicHelp(L"Cooling");
-    EXPECT_EQ(sink.events.back().code, ZX_GUIEVENT_HELP);
-    EXPECT_EQ(sink.topic, L"Cooling");
-    ui.IS_OpenFreeTopicHelp(nullptr);
-    EXPECT_EQ(sink.topic, L"");
-
-    sink.activeAnswer = page.parent.hwnd;
-    EXPECT_EQ(ui.IS_SetHDLGActive(w), reinterpret_cast<ZxHWnd>(page.parent.hwnd));
-    EXPECT_EQ(sink.events.back().code, ZX_GUIEVENT_SETACTIVEDIALOG);
-    sink.activeAnswer = nullptr;
-    EXPECT_EQ(ui.IS_SetHDLGActive(w), nullptr) << "the handler's answer, not the element's own window";
-
-    EXPECT_TRUE(ui.IS_FQModeChangeAllowed());
-    EXPECT_EQ(sink.events.back().code, ZX_GUIEVENT_FQMODECHANGEQUERY);
-    EXPECT_EQ(sink.payload, reinterpret_cast<intptr_t>(static_cast<CZxGenProvider_Low*>(grabber.Camera(0))));
-    sink.answer = 1;
-    EXPECT_FALSE(ui.IS_FQModeChangeAllowed()) << "a handler that refuses keeps the set";
-    EXPECT_EQ(sink.events.size(), 7u);
 }
