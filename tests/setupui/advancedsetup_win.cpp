@@ -24,11 +24,7 @@ void Set(CZxGenProvider_Low& cam, const wchar_t* name, const CZxVariant& value) 
 
 bool Wrote(CZxSimCamera& cam, const wchar_t* name)
 {
-    const std::wstring prefix = std::wstring(L"PropSet_WRP(0, ") + name + L"=";
-    for (const std::wstring& call : cam.CallLog())
-        if (call.rfind(prefix, 0) == 0)
-            return true;
-    return false;
+    return !zxtest::Calls(cam, (std::wstring(L"PropSet_WRP(0, ") + name + L"=").c_str()).empty();
 }
 
 // Types `text` into a bound edit and commits it, as Enter does.
