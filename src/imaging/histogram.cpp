@@ -88,7 +88,16 @@ std::vector<zx::HistogramSpan> SpansOf(const SZxPicBuf& pb, const SZxGrabberProb
         *pixels = pb.uiWidth * pb.uiHeight;
         return spans;
     }
+    // Rows that continue one another in memory (a probe as wide as the frame)
+    // become one run, which the kernels count without a restart per row.
     *pixels = zx::ForEachProbeSpan(pb.uiWidth, pb.uiHeight, probe, [&](uint32_t y, uint32_t x0, uint32_t n) {
+        if (!spans.empty()) {
+            zx::HistogramSpan& last = spans.back();
+            if (uint64_t(last.y) * pb.uiWidth + last.x0 + last.n == uint64_t(y) * pb.uiWidth + x0) {
+                last.n += n;
+                return;
+            }
+        }
         spans.push_back({y, x0, n});
     });
     return spans;

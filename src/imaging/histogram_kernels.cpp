@@ -203,15 +203,28 @@ void CountPairsWide(const uint8_t* p, size_t n, uint32_t* wide, uint32_t* single
         ++single[p[i]];
 }
 
-void CountPairs(const uint8_t* p, size_t n, PairTables& t, uint32_t* single)
+// The table is chosen again after every kPairStretch samples of the region, not
+// at the start of every span: a probe's spans are rows, and a choice per row
+// would cost a check per few thousand samples.
+struct PairChoice {
+    size_t left = 0;  // samples still counted into the current choice
+    uint32_t* wide = nullptr;
+};
+
+void CountPairs(const uint8_t* p, size_t n, PairTables& t, PairChoice& choice, uint32_t* single)
 {
-    for (size_t at = 0; at < n; at += kPairStretch) {
-        const size_t len = std::min(kPairStretch, n - at);
-        uint32_t* wide = FewValues(p + at, len) ? t.Wide() : nullptr;
-        if (wide)
-            CountPairsWide(p + at, len, wide, single);
+    for (size_t at = 0; at < n;) {
+        if (choice.left == 0) {
+            choice.wide = FewValues(p + at, n - at) ? t.Wide() : nullptr;
+            choice.left = kPairStretch;
+        }
+        const size_t len = std::min(choice.left, n - at);
+        if (choice.wide)
+            CountPairsWide(p + at, len, choice.wide, single);
         else
             CountPairsNarrow(p + at, len, t.narrow.As<uint8_t>(), single);
+        choice.left -= len;
+        at += len;
     }
 }
 
@@ -349,8 +362,9 @@ void MonoFast(const T* data, size_t rowSamples, const HistogramSpan* spans, size
         if (rawTop == 0xFF && total >= kPairMinSamples) {
             PairTables tables;
             if (tables.narrow.Data()) {
+                PairChoice choice;
                 for (size_t s = 0; s < count; ++s)
-                    CountPairs(data + spans[s].y * rowSamples + spans[s].x0, spans[s].n, tables, local);
+                    CountPairs(data + spans[s].y * rowSamples + spans[s].x0, spans[s].n, tables, choice, local);
                 FoldPairs(tables.narrow.As<uint8_t>(), local);
                 if (tables.wide && tables.wide->Data())
                     FoldPairs(tables.wide->As<uint32_t>(), local);
