@@ -125,12 +125,13 @@ inline uint64_t Load64(const uint8_t* p)
     return w;
 }
 
-// Whether the first 128 samples of a stretch hold at most 64 distinct values
-// (noise shows about 100): their pairs then touch at most 16 KiB of the wide table.
+// Whether n samples (the first 128 of a stretch) hold at most 64 distinct
+// values (noise shows about 100): their pairs then touch at most 16 KiB of the
+// wide table.
 bool FewValues(const uint8_t* p, size_t n)
 {
     std::bitset<256> seen;
-    for (size_t i = 0; i < std::min<size_t>(n, 128); ++i)
+    for (size_t i = 0; i < n; ++i)
         seen.set(p[i]);
     return seen.count() <= 64;
 }
@@ -221,7 +222,11 @@ void CountPairsWide(const uint8_t* p, size_t n, uint32_t* wide, uint32_t* single
 
 // The table is chosen again after every kPairStretch samples of the region, not
 // at the start of every span: a probe's spans are rows, and a choice per row
-// would cost a check per few thousand samples.
+// would cost a check per few thousand samples. A choice made on fewer samples
+// than the check's 128 (a circle's first rows are a few pixels wide) holds for
+// the rest of its span only.
+constexpr size_t kChoiceSamples = 128;
+
 struct PairChoice {
     size_t left = 0;  // samples still counted into the current choice
     uint32_t* wide = nullptr;
@@ -231,8 +236,9 @@ void CountPairs(const uint8_t* p, size_t n, PairTables& t, PairChoice& choice, u
 {
     for (size_t at = 0; at < n;) {
         if (choice.left == 0) {
-            choice.wide = FewValues(p + at, n - at) ? t.Wide() : nullptr;
-            choice.left = kPairStretch;
+            const size_t check = std::min(kChoiceSamples, n - at);
+            choice.wide = FewValues(p + at, check) ? t.Wide() : nullptr;
+            choice.left = check == kChoiceSamples ? kPairStretch : n - at;
         }
         const size_t len = std::min(choice.left, n - at);
         if (choice.wide)
