@@ -44,11 +44,11 @@ void ZX_MonoBinning(SZxPicBuf* pPicBuf, const void* pSrc, uint32_t factor)
     if (factor == 2) {
         if (pPicBuf->uiBits > 8)
             InBands<uint16_t>(pSrc, pPicBuf->pData, w, h, 1, [&](const uint16_t* s, uint16_t* d, uint32_t rows) {
-                zx::GetPixelKernels<uint16_t>().MonoBin2(s, d, w, rows);
+                zx::GetPixelKernels<uint16_t>().MonoBin2(s, d, w, rows, h);
             });
         else
             InBands<uint8_t>(pSrc, pPicBuf->pData, w, h, 1, [&](const uint8_t* s, uint8_t* d, uint32_t rows) {
-                zx::GetPixelKernels<uint8_t>().MonoBin2(s, d, w, rows);
+                zx::GetPixelKernels<uint8_t>().MonoBin2(s, d, w, rows, h);
             });
         return;
     }

@@ -18,7 +18,7 @@ void DemosaicRef(const T* src, T* dst, uint32_t w, uint32_t h, int type, uint32_
 }
 
 template <typename T>
-void MonoBin2Ref(const T* src, T* dst, uint32_t w, uint32_t h)
+void MonoBin2Ref(const T* src, T* dst, uint32_t w, uint32_t h, uint32_t)
 {
     for (uint32_t y = 0; y < h; ++y)
         for (uint32_t x = 0; x < w; ++x) {

@@ -13,8 +13,9 @@ struct PixelKernels {
     /// Rows y0 .. y1 - 1 of the demosaic of w x h raw samples (w, h >= 2) into
     /// w x h BGR pixels; type 1..4. Rows outside the band are read, never written.
     void (*Demosaic)(const T* src, T* dst, uint32_t w, uint32_t h, int type, uint32_t y0, uint32_t y1);
-    /// 2w x 2h samples into w x h rounded 2 x 2 means.
-    void (*MonoBin2)(const T* src, T* dst, uint32_t w, uint32_t h);
+    /// 2w x 2h samples into w x h rounded 2 x 2 means: a band of h rows of an
+    /// output frame of frameRows rows, whose size decides how the band is stored.
+    void (*MonoBin2)(const T* src, T* dst, uint32_t w, uint32_t h, uint32_t frameRows);
     /// 2w x 2h raw samples into w x h BGR pixels, one per cell; type 1..4.
     void (*BayerBin2)(const T* src, T* dst, uint32_t w, uint32_t h, int type);
 };

@@ -34,7 +34,7 @@ void ExpectPixelKernelsMatchTheReference()
     // Name, output samples, call.
     const struct { const char* name; size_t samples; std::function<void(const Kernels&, T*)> run; } kernels[] = {
         {"demosaic", size_t(w) * h * 3, [&](const Kernels& k, T* o) { k.Demosaic(raw.data(), o, w, h, 3, 0, h); }},
-        {"mono binning", size_t(bw) * bh, [&](const Kernels& k, T* o) { k.MonoBin2(binRaw.data(), o, bw, bh); }},
+        {"mono binning", size_t(bw) * bh, [&](const Kernels& k, T* o) { k.MonoBin2(binRaw.data(), o, bw, bh, bh); }},
         {"Bayer binning", size_t(bw) * bh * 3, [&](const Kernels& k, T* o) { k.BayerBin2(binRaw.data(), o, bw, bh, 4); }},
     };
     for (const auto& kernel : kernels) {
